@@ -1,0 +1,7 @@
+#include "HostPlatform.h"
+
+HostPlatform &HostPlatform::current()
+{
+    static HostPlatform platform;
+    return platform;
+}

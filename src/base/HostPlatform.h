@@ -1,0 +1,54 @@
+#ifndef HOSTPLATFORM_H
+#define HOSTPLATFORM_H
+
+#include "brivantbase_export.h"
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+
+/*! One message to the user, as MSG_Scope reports it. */
+struct HostReport {
+    QString context; /*!< Scope name; empty for a message built from a source text. */
+    QString source; /*!< English text, markers unfilled; empty for a message built from a context. */
+    QString text; /*!< Translated and filled in. */
+    int action = 0; /*!< How to show it: an MSG_Scope::Action value. */
+    int errorType = 0; /*!< An ErrorCode::Type value; 0 for a message built from a source text. */
+};
+
+/*! What a host, or a test, tells the base services.
+
+    Each field is read at the moment it is needed, so that a change takes effect at the next call. Not
+    synchronised: used from the thread that uses the stores. */
+class BRIVANT_BASE_EXPORT HostPlatform {
+public:
+    /*! The one instance; lives as long as the process. */
+    static HostPlatform &current();
+
+    /*! Folder that holds "resources"; when empty, the one that was built or installed with the library. */
+    QString installFolder;
+    /*! Folders by special folder number. A number that is missing gives a per-user folder; an empty text says
+        that there is no such folder. */
+    QMap<int, QString> specialFolders;
+    /*! Turns a stored path into the one to open; when empty, paths are opened as they are. */
+    std::function<QString(QString const &)> remapPath;
+
+    QStringList featureKeywords;
+    bool hasMorphing = false;
+    bool hasPanoviaPreferenceUI = false;
+    bool appIsPanovia = false;
+    int mode = 0; /*!< 2 paint, 3 scan, any other full. */
+    int languageID = 0;
+
+    /*! Available fonts; when not set, the system's families if a QGuiApplication exists, else none. */
+    std::optional<QStringList> fonts;
+    unsigned int defaultFontId = 0; /*!< Index in the list of fonts. */
+
+    /*! Receives each report once; when empty, reports go to the logging category "brivant.preference". */
+    std::function<void(HostReport const &)> report;
+};
+
+#endif

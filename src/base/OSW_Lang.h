@@ -1,0 +1,12 @@
+#ifndef OSW_LANG_H
+#define OSW_LANG_H
+
+#include "brivantbase_export.h"
+
+/*! Language of the user interface. */
+class BRIVANT_BASE_EXPORT OSW_Lang {
+public:
+    static int languageID();
+};
+
+#endif

@@ -1,0 +1,27 @@
+#ifndef PL_FILEUTIL_H
+#define PL_FILEUTIL_H
+
+#include "PL_FileSpec.h"
+
+/*! Replaces a file F so that it, or its backup, is good at every moment.
+
+    A new version is written to NewFileSpec(F) and flushed to the disk; then BackupFile(F) keeps the present F as "F~"
+    and RenameNewFile(F) puts the new version in its place. Where F is a symbolic link, all of this happens beside the
+    file that it names, and the link stays. */
+class BRIVANT_BASE_EXPORT PL_FileUtil {
+public:
+    /*! The file to write in place of \a spec: "F.<process id>.new", so that two processes never write into one. For a
+        chain of links that never ends it is \a spec itself, which cannot be opened. */
+    static PL_FileSpec NewFileSpec(PL_FileSpec const &spec);
+    /*! Makes the present file the backup, without a moment in which either is missing; true also when there is no
+        file yet. */
+    static bool BackupFile(PL_FileSpec const &spec);
+    /*! Puts the new file in the place of \a spec and syncs the folder. On failure the new file is removed. Removes
+        new files that dead processes left behind. */
+    static bool RenameNewFile(PL_FileSpec const &spec);
+    /*! Replaces the file by a copy of its backup; false, and nothing changed, when there is none. With
+        \a keepDamaged the replaced file is kept as "F.bad". */
+    static bool RestoreBackupFile(PL_FileSpec const &spec, bool keepDamaged);
+};
+
+#endif

@@ -1,0 +1,67 @@
+#ifndef UT_SHAREDPTR_H
+#define UT_SHAREDPTR_H
+
+#include <utility>
+
+/*! Base of objects that count their references. Counting is not atomic. */
+class UT_ShareBase {
+public:
+    UT_ShareBase() = default;
+    /*! A copy starts unshared. */
+    UT_ShareBase(UT_ShareBase const &) { }
+    /*! Assignment leaves both counts as they are. */
+    UT_ShareBase &operator=(UT_ShareBase const &) { return *this; }
+    virtual ~UT_ShareBase() = default;
+
+    /*! Number of UT_SharedPtr that refer to this object. */
+    int refCount() const { return m_refCount; }
+
+private:
+    template <class T> friend class UT_SharedPtr;
+
+    int m_refCount = 0;
+};
+
+/*! Counted reference to a \a T derived from UT_ShareBase; the last one to go deletes the object. */
+template <class T> class UT_SharedPtr {
+public:
+    UT_SharedPtr() = default;
+    explicit UT_SharedPtr(T *object)
+        : m_object(object)
+    {
+        if (m_object)
+            ++m_object->m_refCount;
+    }
+    UT_SharedPtr(UT_SharedPtr const &other)
+        : UT_SharedPtr(other.m_object)
+    {
+    }
+    UT_SharedPtr(UT_SharedPtr &&other) noexcept
+        : m_object(std::exchange(other.m_object, nullptr))
+    {
+    }
+    ~UT_SharedPtr()
+    {
+        if (m_object && --m_object->m_refCount == 0)
+            delete m_object;
+    }
+    UT_SharedPtr &operator=(UT_SharedPtr other) noexcept
+    {
+        std::swap(m_object, other.m_object);
+        return *this;
+    }
+
+    T *get() const { return m_object; }
+    T *operator->() const { return m_object; }
+    T &operator*() const { return *m_object; }
+    bool isNull() const { return !m_object; }
+    explicit operator bool() const { return m_object; }
+
+    friend bool operator==(UT_SharedPtr const &a, UT_SharedPtr const &b) { return a.m_object == b.m_object; }
+    friend bool operator!=(UT_SharedPtr const &a, UT_SharedPtr const &b) { return a.m_object != b.m_object; }
+
+private:
+    T *m_object = nullptr;
+};
+
+#endif

@@ -1,0 +1,53 @@
+#include "tufile.h"
+
+#include "MSG_Text.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace {
+fs::path nativePath(QString const &path)
+{
+#ifdef Q_OS_WIN
+    return fs::path(path.toStdWString());
+#else
+    return fs::path(QFile::encodeName(path).toStdString());
+#endif
+}
+} // namespace
+
+bool tufile::fileExists(QString const &path)
+{
+    return QFileInfo::exists(path);
+}
+
+bool tufile::checkCreatePath(QString const &path, MSG_Text &error, bool create)
+{
+    fs::path const folder = nativePath(QFileInfo(path).absolutePath());
+    std::error_code code;
+    if (fs::is_directory(folder, code))
+        return true;
+    if (create)
+        fs::create_directories(folder, code);
+    else if (!code)
+        code = std::make_error_code(std::errc::not_a_directory);
+    // A folder that another process made meanwhile will do.
+    std::error_code ignored;
+    if (!code || fs::is_directory(folder, ignored))
+        return true;
+
+    QString const reason = QString::fromLocal8Bit(code.message().c_str());
+    error = MSG_Text(reason, reason);
+    return false;
+}
+
+bool tufile::rmIfExists(QString const &path)
+{
+    std::error_code code;
+    fs::remove_all(nativePath(path), code);
+    return !code;
+}

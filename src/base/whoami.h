@@ -1,0 +1,11 @@
+#ifndef WHOAMI_H
+#define WHOAMI_H
+
+#include "brivantbase_export.h"
+
+/*! Which product is running. */
+namespace whoami {
+BRIVANT_BASE_EXPORT bool appIsPanovia();
+}
+
+#endif

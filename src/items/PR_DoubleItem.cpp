@@ -1,0 +1,43 @@
+#include "PR_DoubleItem.h"
+#include "PR_TypedItem_p.h"
+
+template class PR_TypedItem<PR_DoubleItem, double>;
+
+PR_DoubleItem::PR_DoubleItem(Category category, QString const &key, double value)
+    : PR_TypedItem(category, key, QStringLiteral("double"), value)
+{
+}
+
+PR_DoubleItem::PR_DoubleItem(Category category, QString const &key, QDomElement const &definition)
+    : PR_DoubleItem(category, key, definition.attribute(kValue).toDouble())
+{
+    m_percentage = definition.attribute(QStringLiteral("percentage")) == QLatin1String("true");
+}
+
+void PR_DoubleItem::copy(PR_PrefItem *other)
+{
+    PR_TypedItem::copy(other);
+    m_percentage = static_cast<PR_DoubleItem *>(other)->m_percentage;
+}
+
+bool PR_DoubleItem::readElement(QDomElement const &element, double &value) const
+{
+    bool ok = false;
+    value = PR_PrefUtil::elementValue(element).toDouble(&ok);
+    return ok;
+}
+
+bool PR_DoubleItem::readToken(TULex &lex, double &value) const
+{
+    return lex.get_double(value);
+}
+
+void PR_DoubleItem::appendTo(QDomDocument *document) const
+{
+    PR_PrefUtil::addElement(document, getTag(), getKey(), QString::number(m_value, 'g', 6), false);
+}
+
+QString PR_DoubleItem::asString(double value) const
+{
+    return QString::number(value, 'f', 6);
+}

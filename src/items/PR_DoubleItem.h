@@ -1,0 +1,36 @@
+#ifndef PR_DOUBLEITEM_H
+#define PR_DOUBLEITEM_H
+
+#include "PR_TypedItem.h"
+
+class PR_DoubleItem;
+extern template class PR_TypedItem<PR_DoubleItem, double>;
+
+/*! A real number. The user's file keeps six significant digits. */
+class BRIVANT_PREFERENCE_EXPORT PR_DoubleItem : public PR_TypedItem<PR_DoubleItem, double> {
+public:
+    PR_DoubleItem(Category category, QString const &key, double value);
+    /*! From a definition: "value" (0.0 when it is no number) and "percentage". */
+    PR_DoubleItem(Category category, QString const &key, QDomElement const &definition);
+
+    void copy(PR_PrefItem *other) override;
+
+    /*! Whether an editor shows the value, a fraction, as a percentage; changes no conversion. */
+    bool percentage() const { return m_percentage; }
+
+    /*! Makes \a value the user's value; true only when it changed, as NaN always does. A locked item reports and
+        refuses. */
+    bool setValue(double value) { return changeValue(value); }
+
+private:
+    friend class PR_TypedItem<PR_DoubleItem, double>;
+
+    bool readElement(QDomElement const &element, double &value) const;
+    bool readToken(TULex &lex, double &value) const;
+    void appendTo(QDomDocument *document) const;
+    QString asString(double value) const;
+
+    bool m_percentage = false;
+};
+
+#endif

@@ -1,0 +1,28 @@
+#ifndef PR_FONTITEM_H
+#define PR_FONTITEM_H
+
+#include "PR_EnumItem.h"
+
+/*! One of the fonts that were available when the item was built. Files hold its name in lower case. */
+class BRIVANT_PREFERENCE_EXPORT PR_FontItem : public PR_EnumItem {
+public:
+    /*! \a fontName is the default, without regard to case; for a font that is not there the font manager's default. */
+    PR_FontItem(Category category, QString const &key, QString const &fontName);
+    /*! From a definition: "value" names the default font. */
+    PR_FontItem(Category category, QString const &key, QDomElement const &definition);
+    PR_FontItem(PR_FontItem const &other);
+    PR_FontItem &operator=(PR_FontItem const &other);
+
+    ~PR_FontItem() override;
+    PR_PrefItem *clone() override;
+    void copy(PR_PrefItem *other) override;
+    /*! The name of the chosen font; empty when the choice is none of the fonts. */
+    virtual QString fontName();
+
+private:
+    void init(QString const &fontName);
+    void buildNameTable();
+    void freeNameTable();
+};
+
+#endif

@@ -1,0 +1,39 @@
+#ifndef PR_INTITEM_H
+#define PR_INTITEM_H
+
+#include "PR_TypedItem.h"
+
+class PR_IntItem;
+extern template class PR_TypedItem<PR_IntItem, int>;
+
+/*! An integer preference. The range is what an editor offers; no operation tests it. */
+class BRIVANT_PREFERENCE_EXPORT PR_IntItem : public PR_TypedItem<PR_IntItem, int> {
+public:
+    PR_IntItem(Category category, QString const &key, int value, int minimum, int maximum);
+    /*! From a definition: "value", "min" and "max"; a text that is no number counts as 0, a missing end of the range
+        as that of the type. */
+    PR_IntItem(Category category, QString const &key, QDomElement const &definition);
+
+    void copy(PR_PrefItem *other) override;
+
+    int minValue() const { return m_minimum; }
+    int maxValue() const { return m_maximum; }
+
+    /*! Makes \a value the user's value; true only when it changed. A locked item reports and refuses. */
+    bool setValue(int value) { return changeValue(value); }
+    /*! Replaces the default alone; current value and origin stay. */
+    void setDefaultValue(int value) { m_default = value; }
+
+private:
+    friend class PR_TypedItem<PR_IntItem, int>;
+
+    bool readElement(QDomElement const &element, int &value) const;
+    bool readToken(TULex &lex, int &value) const;
+    void appendTo(QDomDocument *document) const;
+    QString asString(int value) const;
+
+    int m_minimum;
+    int m_maximum;
+};
+
+#endif

@@ -1,0 +1,119 @@
+#include "PR_PrefItem.h"
+
+#include "MSG_Scope.h"
+
+#include <QCoreApplication>
+
+#include <utility>
+
+namespace {
+struct CategoryText {
+    PR_PrefItem::Category category;
+    char const *text;
+};
+
+CategoryText const categoryTexts[] = {
+    { PR_PrefItem::Internal, "Internal" },
+    { PR_PrefItem::All, "All" },
+    { PR_PrefItem::General, "General" },
+    { PR_PrefItem::DrawingMode, "Drawing Mode" },
+    { PR_PrefItem::Sceneplanning, "Sceneplanning" },
+    { PR_PrefItem::NodeView, "Node View" },
+    { PR_PrefItem::ExposureSheet, "Exposure Sheet" },
+    { PR_PrefItem::ColorManagement, "Color Management" },
+    { PR_PrefItem::Highlighting, "Highlighting" },
+    { PR_PrefItem::ElementManager, "Element Manager" },
+    { PR_PrefItem::FunctionEditor, "Function Editor" },
+    { PR_PrefItem::Library, "Library" },
+    { PR_PrefItem::PlaybackView, "Playback View" },
+    { PR_PrefItem::Timeline, "Timeline" },
+    { PR_PrefItem::Sound, "Sound" },
+    { PR_PrefItem::TreeView, "Tree View" },
+    { PR_PrefItem::RenderView, "Render View" },
+    { PR_PrefItem::Scanning, "Scanning" },
+    { PR_PrefItem::Render, "Render" },
+    { PR_PrefItem::Panovia, "Panovia" },
+};
+} // namespace
+
+PR_PrefItem::PR_PrefItem(Category category, QString const &key, QString const &tag)
+    : m_category(category)
+    , m_origin(category == Internal ? OriginUser : OriginDefault)
+    , m_shortDescription(QStringLiteral("No short description available"))
+    , m_longDescription(QStringLiteral("No long description available"))
+    , m_key(key)
+    , m_tag(tag)
+{
+}
+
+PR_PrefItem::~PR_PrefItem() = default;
+
+bool PR_PrefItem::loadXml(QDomElement const &)
+{
+    return false;
+}
+
+bool PR_PrefItem::load(TULex &)
+{
+    return false;
+}
+
+void PR_PrefItem::saveXml(QDomDocument *, bool)
+{
+}
+
+void PR_PrefItem::copy(PR_PrefItem *other)
+{
+    m_shortDescription = other->m_shortDescription;
+    m_longDescription = other->m_longDescription;
+}
+
+void PR_PrefItem::setShortDescription(QString text)
+{
+    m_shortDescription = std::move(text);
+}
+
+void PR_PrefItem::setLongDescription(QString text)
+{
+    m_longDescription = std::move(text);
+}
+
+bool PR_PrefItem::hasFacilityOverride(bool report) const
+{
+    bool const locked = m_origin == OriginFacility;
+    if (locked && report) {
+        static char const *const text = QT_TRANSLATE_NOOP("PR_PrefItem",
+            "This preference has been locked at the facility-wide level.\n Please see your system administrator for "
+            "details.");
+        MSG_Scope(QStringLiteral("PR_PrefItem"), QCoreApplication::translate("PR_PrefItem", text), MSG_Scope::Refusal,
+            ErrorCode::None);
+    }
+    return locked;
+}
+
+void PR_PrefItem::restoreDefault()
+{
+    if (m_category == Internal || m_origin == OriginFacility)
+        return;
+    m_origin = OriginDefault;
+    defaultInUser();
+}
+
+PR_PrefItem::Category PR_PrefItem::getCategory(QString const &text)
+{
+    for (CategoryText const &entry : categoryTexts) {
+        if (text == QLatin1String(entry.text))
+            return entry.category;
+    }
+    return Internal;
+}
+
+QString PR_PrefItem::getCategoryString(Category category)
+{
+    // Panovia is understood when read but has never been shown under its own name.
+    for (CategoryText const &entry : categoryTexts) {
+        if (entry.category == category && category != Panovia)
+            return QString::fromLatin1(entry.text);
+    }
+    return QStringLiteral("Internal");
+}

@@ -1,0 +1,34 @@
+#ifndef PR_RGBAITEM_H
+#define PR_RGBAITEM_H
+
+#include "PR_TypedItem.h"
+
+class PR_RgbaItem;
+extern template class PR_TypedItem<PR_RgbaItem, unsigned int>;
+
+/*! A colour with transparency: alpha (255 opaque) in bits 31 to 24, then red, green and blue. */
+class BRIVANT_PREFERENCE_EXPORT PR_RgbaItem : public PR_TypedItem<PR_RgbaItem, unsigned int> {
+public:
+    PR_RgbaItem(Category category, QString const &key, unsigned int color);
+    /*! From a definition: "red", "green", "blue" and "alpha", opaque without alpha. Numbers wrap modulo 256; a text
+       that is no number counts as 0. */
+    PR_RgbaItem(Category category, QString const &key, QDomElement const &definition);
+
+    Type getType() const override;
+
+    /*! Makes \a color the user's colour; true only when it changed. A locked item reports and refuses. */
+    bool setValue(unsigned int color) { return changeValue(color); }
+
+    /*! The colour word of four channels, each reduced modulo 256. */
+    static unsigned int pack(int red, int green, int blue, int alpha);
+
+private:
+    friend class PR_TypedItem<PR_RgbaItem, unsigned int>;
+
+    bool readElement(QDomElement const &element, unsigned int &color) const;
+    bool readToken(TULex &lex, unsigned int &color) const;
+    void appendTo(QDomDocument *document) const;
+    QString asString(unsigned int color) const;
+};
+
+#endif

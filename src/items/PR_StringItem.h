@@ -1,0 +1,37 @@
+#ifndef PR_STRINGITEM_H
+#define PR_STRINGITEM_H
+
+#include "PR_TypedItem.h"
+
+class PR_StringItem;
+extern template class PR_TypedItem<PR_StringItem, QString>;
+
+/*! A text; also the store's stand-in for keys whose type it does not know, hence the conversions. */
+class BRIVANT_PREFERENCE_EXPORT PR_StringItem : public PR_TypedItem<PR_StringItem, QString> {
+public:
+    PR_StringItem(Category category, QString const &key, QString text);
+    /*! From a definition: "value". */
+    PR_StringItem(Category category, QString const &key, QDomElement const &definition);
+
+    /*! Makes \a text the user's text; true only when it changed. A locked item reports and refuses. */
+    bool setValue(QString const &text) { return changeValue(text); }
+
+    /*! The current text as another type; \a ok tells whether it has the form: Y or N as first letter, in either case.
+     */
+    bool valueAsBool(bool &ok) const;
+    /*! A decimal integer. */
+    int valueAsInt(bool &ok) const;
+    double valueAsDouble(bool &ok) const;
+    /*! Four integers, red, green, blue and alpha, separated by white space; what follows is ignored. */
+    unsigned int valueAsRgba(bool &ok) const;
+
+private:
+    friend class PR_TypedItem<PR_StringItem, QString>;
+
+    bool readElement(QDomElement const &element, QString &text) const;
+    bool readToken(TULex &lex, QString &text) const;
+    void appendTo(QDomDocument *document) const;
+    QString asString(QString const &text) const { return text; }
+};
+
+#endif

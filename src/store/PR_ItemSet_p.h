@@ -1,0 +1,80 @@
+#ifndef PR_ITEMSET_P_H
+#define PR_ITEMSET_P_H
+
+#include "PR_BoolItem.h"
+#include "PR_DoubleItem.h"
+#include "PR_FontItem.h"
+#include "PR_IntItem.h"
+#include "PR_KeyItem.h"
+#include "PR_PrefCmp.h"
+#include "PR_RgbaItem.h"
+#include "PR_StringItem.h"
+
+#include <QHash>
+
+#include <memory>
+#include <set>
+#include <type_traits>
+
+/*! The items of a store, owned: one per key, ordered by key, found by key through a hash index. */
+class PR_ItemSet {
+public:
+    /*! An item with its class, found out once: a run-time class test costs as much as the lookup. */
+    class Entry {
+    public:
+        Entry() = default;
+        explicit Entry(PR_PrefItem *item);
+
+        explicit operator bool() const { return m_item; }
+        PR_PrefItem *item() const { return m_item; }
+        PR_PrefItem *operator->() const { return m_item; }
+
+        /*! The item as a \a T, one of the library's item classes; null when it is none. */
+        template <class T> T *as() const
+        {
+            bool const isFontAsEnum = std::is_same_v<T, PR_EnumItem> && m_kind == Kind::Font;
+            return m_kind == kindOf(static_cast<T *>(nullptr)) || isFontAsEnum ? static_cast<T *>(m_item) : nullptr;
+        }
+
+    private:
+        enum class Kind { Other, Shortcut, Bool, Int, Double, Rgba, Enum, Font, String };
+
+        static constexpr Kind kindOf(PR_KeyItem *) { return Kind::Shortcut; }
+        static constexpr Kind kindOf(PR_BoolItem *) { return Kind::Bool; }
+        static constexpr Kind kindOf(PR_IntItem *) { return Kind::Int; }
+        static constexpr Kind kindOf(PR_DoubleItem *) { return Kind::Double; }
+        static constexpr Kind kindOf(PR_RgbaItem *) { return Kind::Rgba; }
+        static constexpr Kind kindOf(PR_FontItem *) { return Kind::Font; }
+        static constexpr Kind kindOf(PR_EnumItem *) { return Kind::Enum; }
+        static constexpr Kind kindOf(PR_StringItem *) { return Kind::String; }
+
+        template <class... Items> static Kind firstKind(PR_PrefItem *item);
+
+        PR_PrefItem *m_item = nullptr;
+        Kind m_kind = Kind::Other;
+    };
+
+    using Items = std::set<PR_PrefItem *, PR_PrefCmp>;
+
+    PR_ItemSet() = default;
+    ~PR_ItemSet();
+
+    Entry find(QString const &key) const { return m_index.value(key); }
+    Items const &items() const { return m_items; }
+
+    /*! Adds an item; one that has its key already is deleted. */
+    Entry insert(std::unique_ptr<PR_PrefItem> item);
+    /*! Deletes the item at a position and gives the next position. */
+    Items::const_iterator erase(Items::const_iterator position);
+    /*! Deletes the item of a key, if there is one. */
+    void erase(QString const &key);
+    void clear();
+
+private:
+    Q_DISABLE_COPY_MOVE(PR_ItemSet)
+
+    Items m_items;
+    QHash<QString, Entry> m_index;
+};
+
+#endif

@@ -1,0 +1,235 @@
+#include "PR_Preference_p.h"
+
+#include <cmath>
+
+namespace {
+// What an item gives to a defaulted read of the type Value; false when the value does not fit.
+template <class Value, class Item> bool valueOf(Item const *item, Value &value)
+{
+    value = item->value();
+    return true;
+}
+
+bool valueOf(PR_DoubleItem const *item, int &value)
+{
+    double const whole = std::trunc(item->value());
+    bool const fits = whole >= std::numeric_limits<int>::min() && whole <= std::numeric_limits<int>::max();
+    if (fits)
+        value = static_cast<int>(whole);
+    return fits;
+}
+} // namespace
+
+template <class Item, class... Others, class Fallback>
+auto const &PR_Preference::read(QString const &key, Fallback const &fallback) const
+{
+    auto const entry = d->items.find(key);
+    auto const *value = &fallback.value();
+    auto const take = [&](auto const *item) {
+        if (item)
+            value = &item->value();
+        return item != nullptr;
+    };
+    (void)(take(entry.as<Item>()) || ... || take(entry.as<Others>()));
+    return *value;
+}
+
+template <class... Items, class Value, class Conversion>
+Value PR_Preference::readOr(QString const &key, Value value, Conversion conversion) const
+{
+    auto const entry = d->items.find(key);
+    if (auto const *text = entry.as<PR_StringItem>()) {
+        bool ok = false;
+        Value const converted = (text->*conversion)(ok);
+        return ok ? converted : value;
+    }
+    auto const take = [&value](auto const *item) { return item && valueOf(item, value); };
+    (void)(... || take(entry.as<Items>()));
+    return value;
+}
+
+template <class Item, class Value, class Make>
+void PR_Preference::write(QString const &key, Value const &value, Make make)
+{
+    auto entry = d->items.find(key);
+    if (!entry.as<Item>()) {
+        if (entry && (std::is_same_v<Item, PR_StringItem> || entry->hasFacilityOverride(true)))
+            return;
+        // The key may be that of the item to be replaced.
+        entry = d->items.insert(std::unique_ptr<PR_PrefItem>(make(QString(key))));
+    }
+    if (entry.as<Item>()->setValue(value))
+        emitPreferenceChanged();
+}
+
+PR_PrefItem *PR_Preference::find(QString key) const
+{
+    return d->items.find(key).item();
+}
+
+PR_Preference::const_iterator PR_Preference::begin() const
+{
+    return d->items.items().cbegin();
+}
+
+PR_Preference::const_iterator PR_Preference::end() const
+{
+    return d->items.items().cend();
+}
+
+bool const &PR_Preference::getBool(QString const &key) const
+{
+    return read<PR_BoolItem>(key, d->fallbackBool);
+}
+
+int const &PR_Preference::getInt(QString const &key) const
+{
+    return read<PR_IntItem, PR_EnumItem>(key, d->fallbackInt);
+}
+
+int const &PR_Preference::getEnum(QString const &key) const
+{
+    return read<PR_EnumItem, PR_IntItem>(key, d->fallbackEnum);
+}
+
+double const &PR_Preference::getDouble(QString const &key) const
+{
+    return read<PR_DoubleItem>(key, d->fallbackDouble);
+}
+
+unsigned int const &PR_Preference::getRgba(QString const &key) const
+{
+    return read<PR_RgbaItem>(key, d->fallbackRgba);
+}
+
+QString const &PR_Preference::getString(QString const &key) const
+{
+    return read<PR_StringItem>(key, d->fallbackString);
+}
+
+QKeySequence const &PR_Preference::getKey(QString const &key) const
+{
+    return read<PR_KeyItem>(key, d->fallbackKey);
+}
+
+bool PR_Preference::getBoolValue(QString const &key, bool value) const
+{
+    return readOr<PR_BoolItem>(key, value, &PR_StringItem::valueAsBool);
+}
+
+int PR_Preference::getIntValue(QString const &key, int value) const
+{
+    return readOr<PR_IntItem, PR_DoubleItem>(key, value, &PR_StringItem::valueAsInt);
+}
+
+double PR_Preference::getDoubleValue(QString const &key, double value) const
+{
+    return readOr<PR_DoubleItem, PR_IntItem>(key, value, &PR_StringItem::valueAsDouble);
+}
+
+int PR_Preference::getEnumValue(QString const &key, int value) const
+{
+    return readOr<PR_EnumItem>(key, value, &PR_StringItem::valueAsInt);
+}
+
+unsigned int PR_Preference::getRgbaValue(QString const &key, unsigned int const &value) const
+{
+    return readOr<PR_RgbaItem>(key, value, &PR_StringItem::valueAsRgba);
+}
+
+QString PR_Preference::getStringValue(QString const &key, QString const &value) const
+{
+    auto const entry = d->items.find(key);
+    return entry ? entry->valueAsString() : value;
+}
+
+QString PR_Preference::getFontValue(QString const &key, QString const &value) const
+{
+    auto *const font = d->items.find(key).as<PR_FontItem>();
+    return font ? font->fontName() : value;
+}
+
+void PR_Preference::setBoolValue(QString const &key, bool value)
+{
+    write<PR_BoolItem>(
+        key, value, [value](QString const &name) { return new PR_BoolItem(PR_PrefItem::Internal, name, value); });
+}
+
+void PR_Preference::setIntValue(QString const &key, int value)
+{
+    write<PR_IntItem>(key, value, [value](QString const &name) {
+        return new PR_IntItem(
+            PR_PrefItem::Internal, name, value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
+    });
+}
+
+void PR_Preference::setDoubleValue(QString const &key, double value)
+{
+    write<PR_DoubleItem>(
+        key, value, [value](QString const &name) { return new PR_DoubleItem(PR_PrefItem::Internal, name, value); });
+}
+
+void PR_Preference::setEnumValue(QString const &key, int value)
+{
+    write<PR_EnumItem>(
+        key, value, [](QString const &name) { return new PR_EnumItem(PR_PrefItem::Internal, name, "enum"); });
+}
+
+void PR_Preference::setRgbaValue(QString const &key, unsigned int const &value)
+{
+    write<PR_RgbaItem>(
+        key, value, [value](QString const &name) { return new PR_RgbaItem(PR_PrefItem::Internal, name, value); });
+}
+
+void PR_Preference::setStringValue(QString const &key, QString const &value)
+{
+    write<PR_StringItem>(
+        key, value, [&value](QString const &name) { return new PR_StringItem(PR_PrefItem::Internal, name, value); });
+}
+
+void PR_Preference::emitPreferenceChanged()
+{
+    if (d->refreshesCache)
+        updateCache();
+    // Last: a receiver may delete the store.
+    if (d->emitsEvents)
+        Q_EMIT preferenceChanged();
+}
+
+void PR_Preference::disableEvents()
+{
+    d->emitsEvents = false;
+}
+
+void PR_Preference::updateCache()
+{
+}
+
+void PR_Preference::deleteKey(QString const &key)
+{
+    d->items.erase(key);
+}
+
+void PR_Preference::deleteAllKeyBeginingWith(QString const &prefix)
+{
+    QString const text = prefix; // may be the key of an item that goes
+    for (auto it = begin(); it != end();)
+        it = PR_PrefCmp().startsWith(*it, text) ? d->items.erase(it) : std::next(it);
+}
+
+void PR_Preference::clear()
+{
+    d->items.clear();
+}
+
+void PR_Preference::restoreDefault(QString const &key)
+{
+    if (auto const entry = d->items.find(key))
+        entry->restoreDefault();
+}
+
+void PR_Preference::restoreDefaults()
+{
+    for (PR_PrefItem *item : *this)
+        item->restoreDefault();
+}

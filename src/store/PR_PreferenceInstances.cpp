@@ -1,0 +1,64 @@
+#include "PR_Preference_p.h"
+
+#include <QCoreApplication>
+
+PR_Preference *tuPref = nullptr;
+
+namespace {
+QString xmlPathOf(QString const &name, bool local)
+{
+    if (name.isEmpty())
+        return {};
+    QString path = name + QLatin1String(".xml");
+    return path.replace(
+        QLatin1String(".pref.xml"), QLatin1String(local ? "-localpref.xml" : "-pref.xml"), Qt::CaseSensitive);
+}
+} // namespace
+
+PR_Preference::Private::Private(QString const &name, bool local)
+    : path(name)
+    , pathXml(xmlPathOf(name, local))
+    , isLocal(local)
+{
+}
+
+PR_Preference::PR_Preference(QString name, bool local, bool loadNow)
+    : d(std::make_unique<Private>(name, local))
+{
+    static_assert(sizeof(PR_Preference) == sizeof(QObject) + sizeof(void *));
+    if (loadNow)
+        init();
+}
+
+PR_Preference::PR_Preference(PR_Preference &other)
+    : QObject()
+    , d(std::make_unique<Private>(other.d->path, other.d->isLocal))
+{
+    copy(other);
+}
+
+PR_Preference::~PR_Preference() = default;
+
+void PR_Preference::init()
+{
+    d->error = load();
+}
+
+void PR_Preference::copy(PR_Preference &other)
+{
+    if (&other == this)
+        return;
+    clear();
+    for (PR_PrefItem *item : other)
+        d->items.insert(std::unique_ptr<PR_PrefItem>(item->clone()));
+}
+
+QString PR_Preference::trUtf8(char const *source, char const *disambiguation)
+{
+    return tr(source, disambiguation);
+}
+
+QString PR_Preference::trUtf8(char const *source, char const *disambiguation, int n)
+{
+    return tr(source, disambiguation, n);
+}

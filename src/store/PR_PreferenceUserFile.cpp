@@ -1,0 +1,256 @@
+#include "PR_PreferenceMessages_p.h"
+#include "PR_Preference_p.h"
+#include "PR_UserFileFormat_p.h"
+
+#include "PR_PrefConstants.h"
+#include "PR_PrefUtil.h"
+#include "PR_PrefUtil_p.h"
+
+#include "PL_FileUtil.h"
+#include "TULex.h"
+#include "oswRemapPath.h"
+#include "tufile.h"
+
+#include <QFile>
+#include <QScopeGuard>
+
+#include <cstdio>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
+namespace {
+// Writes all bytes and flushes them to the disk.
+bool writeToDisk(QFile &file, QByteArray const &bytes)
+{
+    // An error of QFile does not tell of a write that was cut short.
+    if (file.write(bytes) != bytes.size() || !file.flush())
+        return false;
+#ifdef Q_OS_UNIX
+    return fsync(file.handle()) == 0;
+#else
+    return true;
+#endif
+}
+
+// The permission bits of a file; what the running user may do besides is none of its own.
+QFile::Permissions modeOf(QString const &path)
+{
+    return QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+}
+
+// The item for an element of a key that has no definition; null for types that are kept as texts.
+std::unique_ptr<PR_PrefItem> createItem(QString const &type, QString const &key)
+{
+    auto const category = PR_PrefItem::Internal;
+    if (type == QLatin1String("color"))
+        return std::make_unique<PR_RgbaItem>(category, key, 0xFFFF0000U);
+    if (type == QLatin1String("int"))
+        return std::make_unique<PR_IntItem>(
+            category, key, 0, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
+    if (type == QLatin1String("double"))
+        return std::make_unique<PR_DoubleItem>(category, key, 0.0);
+    if (type == QLatin1String("bool"))
+        return std::make_unique<PR_BoolItem>(category, key, false);
+    return nullptr;
+}
+} // namespace
+
+PR_Preference::Error PR_Preference::load()
+{
+    auto const forgetParsedFile = qScopeGuard([this] { d->parsedUserFile.reset(); });
+    if (tufile::fileExists(getPathXml())) {
+        Error const result = loadXml();
+        if (result != FileCorrupted)
+            return result;
+    }
+    Error const result = initPreferences();
+    if (result != NoError)
+        return result;
+
+    QString const path = oswRemapPath::RemapPath2(getPath());
+    if (path.isEmpty()) {
+        PR_PreferenceMessages::report(PR_PreferenceMessages::NoFileSpecified, MSG_Scope::Log);
+        return NoError;
+    }
+    if (!QFile(path).open(QIODevice::ReadOnly)) {
+        PR_PreferenceMessages::report(PR_PreferenceMessages::FileNotFound, MSG_Scope::Log, getPath());
+        return NoError;
+    }
+    loadText(path);
+    return NoError;
+}
+
+void PR_Preference::loadText(QString const &path)
+{
+    TULex lex;
+    lex.openFile(path);
+    // Offers the lexer to the item of the current token. An item that cannot read its value has moved on to a token
+    // that may be the key of a later item.
+    auto const isTaken = [&] {
+        QString token = lex;
+        while (auto const entry = d->items.find(token)) {
+            if (entry->load(lex))
+                return true;
+            QString const next = lex;
+            if (next <= token)
+                return false;
+            token = next;
+        }
+        return false;
+    };
+
+    int const shortTokenLimit = 1000;
+    for (int shortTokens = 0; !lex.eof() && shortTokens <= shortTokenLimit;) {
+        if (isTaken())
+            continue;
+        QString const key = lex;
+        if (key.size() < 2) {
+            lex.skipToNextLine();
+            ++shortTokens;
+            continue;
+        }
+        lex.get(false);
+        QString const value = lex;
+        lex.get(false);
+        setStringValue(key, value);
+    }
+}
+
+PR_Preference::Error PR_Preference::loadXml()
+{
+    d->parsedUserFile.reset();
+    Error const result = initPreferences();
+    if (result != NoError)
+        return result;
+
+    QString const path = getPathXml();
+    QString const mapped = oswRemapPath::RemapPath2(path);
+    if (path.isEmpty() || !tufile::fileExists(path) || mapped.isEmpty())
+        return NoError;
+
+    PR_XmlFile file =
+        d->parsedUserFile && d->parsedUserFile->path == mapped ? *d->parsedUserFile : PR_XmlFile::read(mapped);
+    if (file.state == PR_XmlFile::CannotOpen) {
+        PR_PreferenceMessages::report(PR_PreferenceMessages::FileNotFound, MSG_Scope::Error, path);
+        return FileNotFound;
+    }
+    if (file.state == PR_XmlFile::NotXml && PL_FileUtil::RestoreBackupFile(PL_FileSpec(UT_String(mapped)), true)) {
+        file = PR_XmlFile::read(mapped);
+        if (file.state != PR_XmlFile::CannotOpen)
+            PR_PreferenceMessages::report(PR_PreferenceMessages::BackupRestored, MSG_Scope::Notice, path);
+    }
+    if (file.state != PR_XmlFile::Read) {
+        PR_PreferenceMessages::report(PR_PreferenceMessages::DefaultsLoaded, MSG_Scope::Notice, path);
+        return FileCorrupted;
+    }
+
+    QDomElement const root = file.document.documentElement();
+    for (QDomElement element = root.firstChildElement(); !element.isNull(); element = element.nextSiblingElement())
+        loadElement(element);
+    return NoError;
+}
+
+void PR_Preference::loadElement(QDomElement const &element)
+{
+    QString key;
+    QString value;
+    bool const hasKey = PR_PrefUtil::attributes(element, &key, &value);
+    auto const held = d->items.find(key);
+    if ((held && held->loadXml(element)) || !hasKey)
+        return;
+
+    auto item = createItem(element.tagName(), key);
+    if (!item || !item->loadXml(element))
+        setStringValue(key, value);
+    else if (!held)
+        d->items.insert(std::move(item));
+}
+
+void PR_Preference::save()
+{
+    auto const failed = [this](QString const &reason) { d->saveStatus = { SaveStatus::Failed, reason }; };
+    QString const path = getPathXml();
+    if (getPath().isEmpty() || path.isEmpty())
+        return failed(tr("The store has no preference file."));
+
+    MSG_Text error;
+    if (!tufile::checkCreatePath(path, error, true)) {
+        PR_PreferenceMessages::report(PR_PreferenceMessages::CannotOpenForWriting, MSG_Scope::Error, path);
+        std::fprintf(stderr, "Unable create preference file: %s. %s\n", path.toUtf8().constData(),
+            error.getText().toUtf8().constData());
+        return failed(error.getText());
+    }
+
+    QDomDocument document;
+    document.appendChild(document.createElement(kPref));
+    for (PR_PrefItem *item : *this) {
+        // Without the characters that XML cannot hold, a key must not become that of another item.
+        QString const key = PR_PrefUtil::xmlText(item->getKey());
+        if (key == item->getKey() || !d->items.find(key))
+            item->saveXml(&document, false);
+    }
+
+    QString const mapped = oswRemapPath::RemapPath2(path);
+    PL_FileSpec const spec{ UT_String(mapped) };
+    QFile file(PL_FileUtil::NewFileSpec(spec).GetFilePath().ToQString());
+    auto const ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate, ownerOnly)) {
+        PR_PreferenceMessages::report(PR_PreferenceMessages::CannotOpenForWriting, MSG_Scope::Error, path);
+        return failed(file.errorString());
+    }
+    if (QFile::exists(mapped))
+        file.setPermissions(modeOf(mapped));
+    if (!writeToDisk(file, PR_UserFileFormat::toBytes(document))) {
+        QString const reason = file.errorString();
+        PR_PreferenceMessages::report(PR_PreferenceMessages::WriteError, MSG_Scope::Error, path);
+        file.remove();
+        return failed(reason);
+    }
+    file.close();
+    PL_FileUtil::BackupFile(spec);
+    if (PL_FileUtil::RenameNewFile(spec))
+        d->saveStatus = { SaveStatus::Saved, {} };
+    else
+        failed(tr("The new file cannot be put in the place of the old one."));
+}
+
+PR_Preference::SaveStatus PR_Preference::saveStatus() const
+{
+    return d->saveStatus;
+}
+
+QString PR_Preference::getPath() const
+{
+    return d->path;
+}
+
+QString PR_Preference::getPathXml() const
+{
+    return d->pathXml;
+}
+
+PR_Preference::Error PR_Preference::getErrorCode() const
+{
+    return d->error;
+}
+
+MSG_Text PR_Preference::getErrorMessage() const
+{
+    switch (d->error) {
+    case DefaultFileNotFound:
+        return PR_PreferenceMessages::text(PR_PreferenceMessages::DefaultFileNotFound).arg(getPrefsXMLPath());
+    case FileNotFound:
+        return PR_PreferenceMessages::text(PR_PreferenceMessages::FileNotFound).arg(getPath());
+    case NoError:
+    case FileCorrupted:
+        break;
+    }
+    return {};
+}
+
+MSG_Text PR_Preference::getPrefErrorMessage()
+{
+    return tuPref ? tuPref->getErrorMessage() : PR_PreferenceMessages::text(PR_PreferenceMessages::NotInitialized);
+}

@@ -1,0 +1,40 @@
+#ifndef PR_PREFERENCE_P_H
+#define PR_PREFERENCE_P_H
+
+#include "PR_ItemSet_p.h"
+#include "PR_Preference.h"
+#include "PR_XmlFile_p.h"
+
+#include <limits>
+#include <optional>
+
+/*! The state of a store. */
+class PR_Preference::Private {
+public:
+    Private(QString const &name, bool local);
+
+    bool refreshesCache = false;
+    Error error = NoError;
+    QString path;
+    QString pathXml;
+    bool isLocal;
+    bool emitsEvents = true;
+    PR_ItemSet items;
+
+    // What a reference read shows when there is no item of its type. Never part of the set, never changed.
+    PR_KeyItem fallbackKey{ PR_PrefItem::Internal, QStringLiteral("Dummy"), 0 };
+    PR_BoolItem fallbackBool{ PR_PrefItem::Internal, QStringLiteral("Dummy"), false };
+    PR_IntItem fallbackInt{ PR_PrefItem::Internal, QStringLiteral("Dummy"), 0, std::numeric_limits<int>::min(),
+        std::numeric_limits<int>::max() };
+    PR_DoubleItem fallbackDouble{ PR_PrefItem::Internal, QStringLiteral("Dummy"), 0.0 };
+    PR_RgbaItem fallbackRgba{ PR_PrefItem::Internal, QStringLiteral("Dummy"), 0U };
+    PR_StringItem fallbackString{ PR_PrefItem::Internal, QStringLiteral("Dummy"), QString() };
+    PR_EnumItem fallbackEnum{ PR_PrefItem::Internal, QStringLiteral("Dummy"), "enum" };
+
+    SaveStatus saveStatus;
+
+    // The user's file as the preference set was looked for in it, so that one load parses it once.
+    std::optional<PR_XmlFile> parsedUserFile;
+};
+
+#endif
