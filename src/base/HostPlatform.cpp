@@ -2,6 +2,7 @@
 
 HostPlatform &HostPlatform::current()
 {
-    static HostPlatform platform;
-    return platform;
+    // Never destroyed: destructors of global objects may still report.
+    static auto *const platform = new HostPlatform;
+    return *platform;
 }

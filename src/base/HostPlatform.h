@@ -22,7 +22,7 @@ struct HostReport {
 /*! What a host, or a test, tells the base services.
 
     Each field is read at the moment it is needed, so that a change takes effect at the next call. Not
-    synchronised: used from the thread that uses the stores. */
+    synchronised: used from the thread that uses the stores. The functions must not throw. */
 class BRIVANT_BASE_EXPORT HostPlatform {
 public:
     /*! The one instance; lives as long as the process. */

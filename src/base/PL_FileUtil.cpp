@@ -1,6 +1,9 @@
 #include "PL_FileUtil.h"
 
+#include "NativePath_p.h"
+
 #include <QCoreApplication>
+#include <QByteArray>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -18,15 +21,6 @@
 namespace fs = std::filesystem;
 
 namespace {
-fs::path nativePath(QString const &path)
-{
-#ifdef Q_OS_WIN
-    return fs::path(path.toStdWString());
-#else
-    return fs::path(QFile::encodeName(path).toStdString());
-#endif
-}
-
 bool rename(QString const &from, QString const &to)
 {
     std::error_code code;
@@ -56,6 +50,26 @@ QString backupOf(QString const &path)
     return path + QLatin1Char('~');
 }
 
+// Syncs a file or a folder.
+bool syncToDisk(QString const &path)
+{
+#ifdef Q_OS_UNIX
+    int const descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    bool const synced = descriptor >= 0 && fsync(descriptor) == 0;
+    if (descriptor >= 0)
+        close(descriptor);
+    return synced;
+#else
+    Q_UNUSED(path)
+    return true;
+#endif
+}
+
+void syncFolderOf(QString const &path)
+{
+    syncToDisk(QFileInfo(path).path());
+}
+
 // Puts a second name of the same file in the place of a file.
 bool replaceByLink(QString const &file, QString const &path)
 {
@@ -69,65 +83,55 @@ bool replaceByLink(QString const &file, QString const &path)
     return replaced;
 }
 
-bool syncToDisk(QFile &file)
-{
-    if (!file.flush())
-        return false;
-#ifdef Q_OS_UNIX
-    return fsync(file.handle()) == 0;
-#else
-    return true;
-#endif
-}
-
-void syncFolder(QString const &path)
-{
-#ifdef Q_OS_UNIX
-    int const folder = open(QFile::encodeName(QFileInfo(path).path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        fsync(folder);
-        close(folder);
-    }
-#else
-    Q_UNUSED(path)
-#endif
-}
-
+// Puts a copy in the place of a file, whose permission bits stay.
 bool replaceByCopy(QString const &file, QString const &path)
 {
-    QFile source(file);
-    QFile copy(newFileOf(path));
-    // What the running user may do besides is no part of the mode.
-    auto const mode = source.permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
-    bool const copied = source.open(QIODevice::ReadOnly)
-        && copy.open(QIODevice::WriteOnly | QIODevice::Truncate, QFile::ReadOwner | QFile::WriteOwner)
-        && copy.write(source.readAll()) == source.size() && copy.setPermissions(mode) && syncToDisk(copy);
-    copy.close();
-    if (copied && rename(copy.fileName(), path))
+    QString const temporary = newFileOf(path);
+    QFile::remove(temporary); // left by a dead process, it may be a link to anything
+    std::error_code code;
+    fs::copy_file(nativePath(file), nativePath(temporary), code);
+    std::error_code noFile;
+    auto const mode = fs::status(nativePath(path), noFile).permissions();
+    if (!code && !noFile)
+        fs::permissions(nativePath(temporary), mode, code);
+    if (!code && syncToDisk(temporary) && rename(temporary, path))
         return true;
-    copy.remove();
+    QFile::remove(temporary);
     return false;
 }
 
-bool isRunning(qint64 processId)
+bool keepAs(QString const &file, QString const &path)
+{
+    return replaceByLink(file, path) || replaceByCopy(file, path);
+}
+
+QByteArray contentOf(QString const &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool isRunning(int processId)
 {
 #ifdef Q_OS_UNIX
-    return kill(pid_t(processId), 0) == 0 || errno != ESRCH;
+    return kill(processId, 0) == 0 || errno != ESRCH;
 #else
     Q_UNUSED(processId)
     return true;
 #endif
 }
 
+// Removes the new files of a file and of what is kept beside it that dead processes left.
 void removeLeftNewFiles(QString const &path)
 {
     QFileInfo const target(path);
     QDir const folder = target.dir();
-    static QRegularExpression const tail(QStringLiteral("^~?\\.([0-9]{1,10})\\.new$"));
-    for (QString const &name :
-        folder.entryList({ target.fileName() + QLatin1String("*.new") }, QDir::Files | QDir::Hidden)) {
-        auto const match = tail.match(name.mid(target.fileName().size()));
-        if (match.hasMatch() && !isRunning(match.captured(1).toLongLong()))
+    static QRegularExpression const tail(QStringLiteral("^(?:~|\\.bad)?\\.([1-9][0-9]*)\\.new$"));
+    for (QString const &name : folder.entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+        if (!name.startsWith(target.fileName()))
+            continue;
+        int const processId = tail.match(name.mid(target.fileName().size())).captured(1).toInt();
+        if (processId > 0 && !isRunning(processId))
             QFile::remove(folder.filePath(name));
     }
 }
@@ -144,36 +148,45 @@ bool PL_FileUtil::BackupFile(PL_FileSpec const &spec)
 {
     QString const target = linkTarget(spec.GetFilePath().ToQString());
     QFileInfo const info(target);
-    if (!info.exists())
-        return true;
-    return info.isFile() && (replaceByLink(target, backupOf(target)) || replaceByCopy(target, backupOf(target)));
+    return !info.exists() || (info.isFile() && keepAs(target, backupOf(target)));
 }
 
 bool PL_FileUtil::RenameNewFile(PL_FileSpec const &spec)
 {
     QString const target = linkTarget(spec.GetFilePath().ToQString());
-    bool const renamed = !target.isEmpty() && rename(newFileOf(target), target);
-    if (renamed) {
-        syncFolder(target);
-        removeLeftNewFiles(target);
-    } else {
+    if (target.isEmpty())
+        return false;
+    if (!rename(newFileOf(target), target)) {
         QFile::remove(newFileOf(target));
+        return false;
     }
-    return renamed;
+    syncFolderOf(target);
+    removeLeftNewFiles(target);
+    return true;
 }
 
 bool PL_FileUtil::RestoreBackupFile(PL_FileSpec const &spec, bool keepDamaged)
 {
     QString const target = linkTarget(spec.GetFilePath().ToQString());
-    QString const backup = backupOf(target);
-    if (target.isEmpty() || !QFileInfo(backup).isFile())
+    if (target.isEmpty())
         return false;
-    QString const damaged = target + QLatin1String(".bad");
-    if (keepDamaged && !replaceByLink(target, damaged))
-        replaceByCopy(target, damaged);
+    if (keepDamaged)
+        KeepDamagedFile(spec);
+    QString const backup = backupOf(target);
     // A copy first: whoever edits the file in place shall not change the backup with it.
-    bool const restored = replaceByCopy(backup, target) || replaceByLink(backup, target);
+    bool const restored =
+        QFileInfo(backup).isFile() && (replaceByCopy(backup, target) || replaceByLink(backup, target));
     if (restored)
-        syncFolder(target);
+        syncFolderOf(target);
     return restored;
+}
+
+bool PL_FileUtil::KeepDamagedFile(PL_FileSpec const &spec)
+{
+    QString const target = linkTarget(spec.GetFilePath().ToQString());
+    QByteArray const content = contentOf(target);
+    // Nothing to repair from: an empty file, or one that a damaged backup was copied to.
+    if (content.isEmpty() || content == contentOf(backupOf(target)))
+        return true;
+    return keepAs(target, target + QLatin1String(".bad"));
 }

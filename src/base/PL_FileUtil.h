@@ -19,9 +19,12 @@ public:
     /*! Puts the new file in the place of \a spec and syncs the folder. On failure the new file is removed. Removes
         new files that dead processes left behind. */
     static bool RenameNewFile(PL_FileSpec const &spec);
-    /*! Replaces the file by a copy of its backup; false, and nothing changed, when there is none. With
-        \a keepDamaged the replaced file is kept as "F.bad". */
+    /*! Replaces the file by a copy of its backup; false when there is none. With \a keepDamaged the replaced file is
+        first kept as KeepDamagedFile() does. */
     static bool RestoreBackupFile(PL_FileSpec const &spec, bool keepDamaged);
+    /*! Keeps a file that cannot be read as "F.bad", for repair; an empty file, or one that is no other than the backup,
+        does not displace what is there. */
+    static bool KeepDamagedFile(PL_FileSpec const &spec);
 };
 
 #endif

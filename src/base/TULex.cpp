@@ -17,7 +17,7 @@ bool TULex::openFile(QString const &path)
         return false;
     m_text = QString::fromUtf8(file.readAll());
     get(false);
-    return true;
+    return file.error() == QFile::NoError;
 }
 
 bool TULex::get(bool)

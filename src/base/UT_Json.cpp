@@ -1,16 +1,19 @@
 #include "UT_Json.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
+
+// Qt's documents are objects or arrays; as the only element of an array, any value is one.
 
 QVariant UT_Json::parse(QString const &text, bool &ok)
 {
-    QJsonParseError error;
-    QJsonDocument const document = QJsonDocument::fromJson(text.toUtf8(), &error);
-    ok = error.error == QJsonParseError::NoError;
-    return document.toVariant();
+    QJsonArray const array = QJsonDocument::fromJson('[' + text.toUtf8() + ']').array();
+    ok = array.size() == 1;
+    return ok ? array.first().toVariant() : QVariant();
 }
 
 QString UT_Json::serializeStr(QVariant const &value)
 {
-    return QString::fromUtf8(QJsonDocument::fromVariant(value).toJson(QJsonDocument::Compact));
+    QByteArray const array = QJsonDocument(QJsonArray{ QJsonValue::fromVariant(value) }).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(array.mid(1, array.size() - 2));
 }

@@ -9,9 +9,9 @@
 /*! JSON texts. */
 class BRIVANT_BASE_EXPORT UT_Json {
 public:
-    /*! The value of a JSON text, an object as a QVariantMap. \a ok tells whether it is one JSON object or array. */
+    /*! The value of a JSON text, an object as a QVariantMap. \a ok tells whether the text is one JSON value. */
     static QVariant parse(QString const &text, bool &ok);
-    /*! Compact JSON that parse() reads back; \a value is a map or a list. */
+    /*! Compact JSON that parse() reads back. */
     static QString serializeStr(QVariant const &value);
 };
 

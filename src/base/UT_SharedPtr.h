@@ -26,7 +26,7 @@ private:
 template <class T> class UT_SharedPtr {
 public:
     UT_SharedPtr() = default;
-    explicit UT_SharedPtr(T *object)
+    UT_SharedPtr(T *object)
         : m_object(object)
     {
         if (m_object)

@@ -12,12 +12,14 @@
 #endif
 
 namespace {
+char const placeInLibrary = 0;
+
 // The folder of this library's own file: an installation may lie anywhere.
 QString libraryFolder()
 {
 #ifdef Q_OS_UNIX
     Dl_info info;
-    if (dladdr(reinterpret_cast<void const *>(&oswUtil::ZeltDir), &info) && info.dli_fname)
+    if (dladdr(&placeInLibrary, &info) && info.dli_fname)
         return QFileInfo(QFile::decodeName(info.dli_fname)).canonicalPath();
 #endif
     return QCoreApplication::applicationDirPath();

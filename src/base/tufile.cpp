@@ -1,24 +1,13 @@
 #include "tufile.h"
 
 #include "MSG_Text.h"
+#include "NativePath_p.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <filesystem>
 
 namespace fs = std::filesystem;
-
-namespace {
-fs::path nativePath(QString const &path)
-{
-#ifdef Q_OS_WIN
-    return fs::path(path.toStdWString());
-#else
-    return fs::path(QFile::encodeName(path).toStdString());
-#endif
-}
-} // namespace
 
 bool tufile::fileExists(QString const &path)
 {
@@ -47,7 +36,8 @@ bool tufile::checkCreatePath(QString const &path, MSG_Text &error, bool create)
 
 bool tufile::rmIfExists(QString const &path)
 {
+    fs::path const native = nativePath(path);
     std::error_code code;
-    fs::remove_all(nativePath(path), code);
-    return !code;
+    fs::remove_all(native, code);
+    return !code && !native.empty();
 }

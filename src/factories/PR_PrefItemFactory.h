@@ -11,7 +11,7 @@
 class BRIVANT_PREFERENCE_EXPORT PR_AbstractPrefItemFactory : public UT_ShareBase {
 public:
     /*! \a key is the element name of the definitions that the factory serves. */
-    explicit PR_AbstractPrefItemFactory(QString const &key);
+    PR_AbstractPrefItemFactory(QString const &key);
     PR_AbstractPrefItemFactory(PR_AbstractPrefItemFactory const &) = default;
     PR_AbstractPrefItemFactory &operator=(PR_AbstractPrefItemFactory const &) = delete;
     ~PR_AbstractPrefItemFactory() override;
@@ -41,7 +41,7 @@ public:
 /*! Lets a registration be written as the initialiser of a static object. */
 class BRIVANT_PREFERENCE_EXPORT PR_ConcretePrefItemFactoryWrapper {
 public:
-    explicit PR_ConcretePrefItemFactoryWrapper(int);
+    PR_ConcretePrefItemFactoryWrapper(int);
     PR_ConcretePrefItemFactoryWrapper &operator=(PR_ConcretePrefItemFactoryWrapper const &);
 };
 

@@ -7,6 +7,8 @@
 #include "PR_RgbaItem.h"
 #include "PR_StringItem.h"
 
+#include <initializer_list>
+
 namespace {
 // The factories of the library. The registry refers to them but is never destroyed, so it never deletes one.
 PR_ConcretePrefItemFactory<PR_BoolItem> boolFactory(QStringLiteral("bool"));

@@ -3,7 +3,7 @@
 
 #include "PR_TypedItem.h"
 
-class PR_BoolItem;
+class BRIVANT_PREFERENCE_EXPORT PR_BoolItem; // exported here already: the template takes its visibility from it
 extern template class PR_TypedItem<PR_BoolItem, bool>;
 
 /*! An on/off preference. Files of the user hold "Y" or "N", definitions "true" or anything else. */

@@ -3,7 +3,7 @@
 
 #include "PR_TypedItem.h"
 
-class PR_DoubleItem;
+class BRIVANT_PREFERENCE_EXPORT PR_DoubleItem; // exported here already: the template takes its visibility from it
 extern template class PR_TypedItem<PR_DoubleItem, double>;
 
 /*! A real number. The user's file keeps six significant digits. */

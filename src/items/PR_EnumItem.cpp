@@ -25,6 +25,15 @@ void PR_EnumItem::copy(PR_PrefItem *other)
     m_nameCount = item->m_nameCount;
     m_nameTable = item->m_nameTable;
     m_displayNames = item->m_displayNames;
+    m_nameRead = item->m_nameRead;
+}
+
+bool PR_EnumItem::setValue(int value)
+{
+    bool const changed = changeValue(value);
+    if (changed)
+        m_nameRead.clear();
+    return changed;
 }
 
 QString PR_EnumItem::valueAsDisplayString() const
@@ -51,14 +60,19 @@ QString PR_EnumItem::asDisplayString(int index) const
     return isChoice(index) ? m_displayNames.value(index) : QString();
 }
 
-int PR_EnumItem::index(QString const &name) const
+int PR_EnumItem::findChoice(QString const &name) const
 {
     QString const wanted = name.toUpper();
     for (int i = 0; isChoice(i); ++i) {
         if (asString(i).toUpper() == wanted)
             return i;
     }
-    return 0;
+    return -1;
+}
+
+int PR_EnumItem::index(QString const &name) const
+{
+    return qMax(0, findChoice(name));
 }
 
 int PR_EnumItem::indexDisplay(QString const &name) const
@@ -66,20 +80,24 @@ int PR_EnumItem::indexDisplay(QString const &name) const
     return qMax(0, int(m_displayNames.indexOf(name)));
 }
 
-bool PR_EnumItem::readElement(QDomElement const &element, int &value) const
+bool PR_EnumItem::readElement(QDomElement const &element, int &value)
 {
-    value = index(element.attribute(kValue));
+    m_nameRead = element.attribute(kValue);
+    value = index(m_nameRead);
     return true;
 }
 
-bool PR_EnumItem::readToken(TULex &lex, int &value) const
+bool PR_EnumItem::readToken(TULex &lex, int &value)
 {
-    value = index(lex);
+    m_nameRead = lex;
+    value = index(m_nameRead);
     lex.get(false);
     return true;
 }
 
 void PR_EnumItem::appendTo(QDomDocument *document) const
 {
-    PR_PrefUtil::addElement(document, getTag(), getKey(), valueAsString(), false);
+    // Without choices the name could not be looked up: a process without fonts must not lose the user's font.
+    bool const keepsName = m_nameCount == 0 && !m_nameRead.isEmpty() && getOrigin() == OriginUser;
+    PR_PrefUtil::addElement(document, getTag(), getKey(), keepsName ? m_nameRead : valueAsString(), false);
 }

@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-class PR_EnumItem;
+class BRIVANT_PREFERENCE_EXPORT PR_EnumItem; // exported here already: the template takes its visibility from it
 extern template class PR_TypedItem<PR_EnumItem, int>;
 
 /*! One of a list of choices; the value is the index of the choice.
@@ -27,11 +27,11 @@ public:
 
     /*! Makes the choice \a value the user's; true only when it changed. The index is not tested. A locked item reports
         and refuses. */
-    bool setValue(int value) { return changeValue(value); }
+    bool setValue(int value);
 
-    /*! The machine name of a choice; empty for an index that is none. */
+    /*! The machine name of a choice; empty for an index that is none, the index itself when there are no choices. */
     QString asString(int index) const;
-    /*! The display name of a choice; empty for an index that is none. */
+    /*! The display name of a choice; otherwise as asString(). */
     QString asDisplayString(int index) const;
     /*! The first choice of that machine name, without regard to case; 0 when there is none. */
     int index(QString const &name) const;
@@ -41,6 +41,8 @@ public:
     QStringList EnumNameList() const { return m_displayNames; }
 
 protected:
+    /*! The first choice of a machine name, without regard to case; -1 when there is none. */
+    int findChoice(QString const &name) const;
     bool isChoice(int index) const { return index >= 0 && quint64(index) < m_nameCount; }
 
     quint64 m_nameCount = 0;
@@ -50,9 +52,11 @@ protected:
 private:
     friend class PR_TypedItem<PR_EnumItem, int>;
 
-    bool readElement(QDomElement const &element, int &value) const;
-    bool readToken(TULex &lex, int &value) const;
+    bool readElement(QDomElement const &element, int &value);
+    bool readToken(TULex &lex, int &value);
     void appendTo(QDomDocument *document) const;
+
+    QString m_nameRead; // the user's choice as a file named it; saved again while there are no choices
 };
 
 #endif

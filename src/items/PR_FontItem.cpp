@@ -65,22 +65,17 @@ void PR_FontItem::init(QString const &fontName)
         m_displayNames.append(font.name.ToQString());
     buildNameTable();
 
-    m_default = int(manager.getDefaultFontId());
-    QString const wanted = fontName.toUpper();
-    for (int i = 0; isChoice(i); ++i) {
-        if (asString(i).toUpper() == wanted) {
-            m_default = i;
-            break;
-        }
-    }
+    int const named = findChoice(fontName);
+    m_default = named >= 0 ? named : int(manager.getDefaultFontId());
     m_value = m_default;
 }
 
 // Each item has a table of its own: the enumeration item shares the pointer when it is copied.
 void PR_FontItem::buildNameTable()
 {
+    m_nameTable = nullptr;
     m_nameCount = quint64(m_displayNames.size());
-    m_nameTable = new char *[m_nameCount];
+    m_nameTable = new char *[m_nameCount]();
     for (quint64 i = 0; i < m_nameCount; ++i) {
         QByteArray const name = m_displayNames[qsizetype(i)].toLower().toUtf8();
         m_nameTable[i] = new char[size_t(name.size()) + 1];

@@ -3,7 +3,7 @@
 
 #include "PR_TypedItem.h"
 
-class PR_IntItem;
+class BRIVANT_PREFERENCE_EXPORT PR_IntItem; // exported here already: the template takes its visibility from it
 extern template class PR_TypedItem<PR_IntItem, int>;
 
 /*! An integer preference. The range is what an editor offers; no operation tests it. */

@@ -5,7 +5,7 @@
 
 #include <QKeySequence>
 
-class PR_KeyItem;
+class BRIVANT_PREFERENCE_EXPORT PR_KeyItem; // exported here already: the template takes its visibility from it
 extern template class PR_TypedItem<PR_KeyItem, QKeySequence>;
 
 /*! A keyboard shortcut: a single key, possibly with modifiers; an empty sequence is no shortcut. */

@@ -5,6 +5,8 @@
 
 #include <QDomDocument>
 
+#include <algorithm>
+
 namespace {
 QString cdataAttribute()
 {

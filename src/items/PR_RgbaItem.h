@@ -3,7 +3,7 @@
 
 #include "PR_TypedItem.h"
 
-class PR_RgbaItem;
+class BRIVANT_PREFERENCE_EXPORT PR_RgbaItem; // exported here already: the template takes its visibility from it
 extern template class PR_TypedItem<PR_RgbaItem, unsigned int>;
 
 /*! A colour with transparency: alpha (255 opaque) in bits 31 to 24, then red, green and blue. */

@@ -3,7 +3,7 @@
 
 #include "PR_RgbaItem.h"
 
-#include <cstdio>
+#include <cstdlib>
 
 template class PR_TypedItem<PR_StringItem, QString>;
 
@@ -36,9 +36,17 @@ double PR_StringItem::valueAsDouble(bool &ok) const
 
 unsigned int PR_StringItem::valueAsRgba(bool &ok) const
 {
-    int red = 0, green = 0, blue = 0, alpha = 0;
-    ok = std::sscanf(m_value.toLatin1().constData(), "%d %d %d %d", &red, &green, &blue, &alpha) == 4;
-    return ok ? PR_RgbaItem::pack(red, green, blue, alpha) : 0;
+    QByteArray const text = m_value.toLatin1();
+    char const *at = text.constData();
+    int channels[4] = {};
+    ok = true;
+    for (int &channel : channels) {
+        char *behind = nullptr;
+        channel = static_cast<int>(std::strtol(at, &behind, 10));
+        ok = ok && behind != at;
+        at = behind;
+    }
+    return ok ? PR_RgbaItem::pack(channels[0], channels[1], channels[2], channels[3]) : 0;
 }
 
 bool PR_StringItem::readElement(QDomElement const &element, QString &text) const

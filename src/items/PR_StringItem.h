@@ -3,7 +3,7 @@
 
 #include "PR_TypedItem.h"
 
-class PR_StringItem;
+class BRIVANT_PREFERENCE_EXPORT PR_StringItem; // exported here already: the template takes its visibility from it
 extern template class PR_TypedItem<PR_StringItem, QString>;
 
 /*! A text; also the store's stand-in for keys whose type it does not know, hence the conversions. */

@@ -7,8 +7,8 @@
 
     \a Item, the class derived from this one, says only what is particular to it; it has these members and makes this
     class its friend:
-    - bool readElement(QDomElement const &, Value &) const: the value of a user's element; false when it is none.
-    - bool readToken(TULex &, Value &) const: the value at the current token, and past it; false when it is none.
+    - bool readElement(QDomElement const &, Value &): the value of a user's element; false when it is none.
+    - bool readToken(TULex &, Value &): the value at the current token, and past it; false when it is none.
     - void appendTo(QDomDocument *) const: appends the element of the current value.
     - QString asString(Value) const: the text to show. */
 template <class Item, class Value> class BRIVANT_PREFERENCE_EXPORT PR_TypedItem : public PR_PrefItem {
@@ -41,6 +41,7 @@ protected:
 
 private:
     void takeUserValue(Value const &value);
+    Item &item() { return static_cast<Item &>(*this); }
     Item const &item() const { return static_cast<Item const &>(*this); }
 };
 

@@ -149,7 +149,8 @@ public:
     virtual void updateCache();
 
 Q_SIGNALS:
-    /*! Some value has changed. Emitted inside the write, the cache already refreshed. */
+    /*! Some value has changed. Emitted inside the write, the cache already refreshed. A receiver may delete the store,
+        though not while it loads. */
     void preferenceChanged();
 
 protected:
@@ -170,9 +171,12 @@ private:
     static QString getLocalPrefsXMLPath();
     static QString getPrefsOverrideXMLPath();
     QString getPrefsSetXMLPath();
+    Error loadValues();
     Error loadXml();
     void loadText(QString const &path);
     void loadElement(QDomElement const &element);
+    QByteArray userFileBytes() const;
+    void keepPresentFile(QString const &path);
 
     template <class Item, class... Others, class Fallback>
     auto const &read(QString const &key, Fallback const &fallback) const;

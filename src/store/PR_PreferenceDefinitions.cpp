@@ -34,14 +34,13 @@ bool conditionHolds(QDomElement const &element, QString const &attribute, QLatin
     return !element.hasAttribute(attribute) || conditionHolds(element.attribute(attribute), word);
 }
 
-// Reports a file that could not be read under the name by which the user knows it; true when it could not.
-bool reportUnreadable(PR_XmlFile const &file, QString const &path)
+// Reports a file that could not be read under the name by which the user knows it.
+void reportUnreadable(PR_XmlFile const &file, QString const &path)
 {
     if (file.state == PR_XmlFile::CannotOpen)
         PR_PreferenceMessages::report(PR_PreferenceMessages::CannotOpenForReading, MSG_Scope::Log, path);
     else if (file.state == PR_XmlFile::NotXml)
         PR_PreferenceMessages::report(PR_PreferenceMessages::CannotParse, MSG_Scope::Error, path);
-    return file.state != PR_XmlFile::Read;
 }
 
 std::unique_ptr<PR_PrefItem> createItem(PR_PrefItem::Category category, QDomElement const &definition)
@@ -75,10 +74,11 @@ QString PR_Preference::getPrefsSetXMLPath()
     QString const path = getPathXml();
     if (path.isEmpty())
         return {};
-    d->parsedUserFile = PR_XmlFile::read(path);
-    reportUnreadable(*d->parsedUserFile, path);
+    PR_XmlFile const file = PR_XmlFile::read(path);
+    reportUnreadable(file, path);
+    d->parsedUserFile = file;
 
-    QDomNodeList const strings = d->parsedUserFile->document.elementsByTagName(QStringLiteral("string"));
+    QDomNodeList const strings = file.document.elementsByTagName(QStringLiteral("string"));
     for (int i = 0; i < strings.size(); ++i) {
         QDomElement const element = strings.at(i).toElement();
         if (element.attribute(kId) == QLatin1String("PREFERENCE_SET")) {
@@ -96,7 +96,8 @@ PR_Preference::Error PR_Preference::initPreferences()
     if (path.isEmpty())
         return DefaultFileNotFound;
     PR_XmlFile const mainFile = PR_XmlFile::read(oswRemapPath::RemapPath2(path));
-    if (reportUnreadable(mainFile, path))
+    reportUnreadable(mainFile, path);
+    if (mainFile.state != PR_XmlFile::Read)
         return DefaultFileNotFound;
 
     PR_DefinitionTree definitions(mainFile);

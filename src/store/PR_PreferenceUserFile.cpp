@@ -12,8 +12,10 @@
 #include "tufile.h"
 
 #include <QFile>
-#include <QScopeGuard>
+#include <QFileInfo>
+#include <QSet>
 
+#include <cerrno>
 #include <cstdio>
 
 #ifdef Q_OS_UNIX
@@ -21,27 +23,34 @@
 #endif
 
 namespace {
-// Writes all bytes and flushes them to the disk.
-bool writeToDisk(QFile &file, QByteArray const &bytes)
+// Writes the bytes and flushes them to the disk; the reason of a failure, empty when all went well.
+QString writeToDisk(QFile &file, QByteArray const &bytes)
 {
     // An error of QFile does not tell of a write that was cut short.
     if (file.write(bytes) != bytes.size() || !file.flush())
-        return false;
+        return file.error() == QFile::NoError ? qt_error_string(ENOSPC) : file.errorString();
 #ifdef Q_OS_UNIX
-    return fsync(file.handle()) == 0;
-#else
-    return true;
+    if (fsync(file.handle()) != 0)
+        return qt_error_string(errno);
 #endif
+    return {};
 }
 
-// The permission bits of a file; what the running user may do besides is none of its own.
-QFile::Permissions modeOf(QString const &path)
+// Opens a new file that nobody else can read, or with the permission bits of the file that it will replace.
+bool openNewFile(QFile &file, QString const &replaced)
 {
-    return QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+    if (file.fileName() != replaced) // the same for a circle of links
+        file.remove(); // left by a dead process, it may be a link to anything
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
+        return false;
+    // What the running user may do besides is no part of the mode. Some file systems have no modes.
+    if (QFile::exists(replaced))
+        file.setPermissions(QFile::permissions(replaced) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser));
+    return true;
 }
 
 // The item for an element of a key that has no definition; null for types that are kept as texts.
-std::unique_ptr<PR_PrefItem> createItem(QString const &type, QString const &key)
+std::unique_ptr<PR_PrefItem> createUndefinedItem(QString const &type, QString const &key)
 {
     auto const category = PR_PrefItem::Internal;
     if (type == QLatin1String("color"))
@@ -59,7 +68,15 @@ std::unique_ptr<PR_PrefItem> createItem(QString const &type, QString const &key)
 
 PR_Preference::Error PR_Preference::load()
 {
-    auto const forgetParsedFile = qScopeGuard([this] { d->parsedUserFile.reset(); });
+    Error const result = loadValues();
+    d->parsedUserFile.reset();
+    d->loadFailed = result != NoError;
+    d->backedUpSinceLoad = false;
+    return result;
+}
+
+PR_Preference::Error PR_Preference::loadValues()
+{
     if (tufile::fileExists(getPathXml())) {
         Error const result = loadXml();
         if (result != FileCorrupted)
@@ -146,6 +163,7 @@ PR_Preference::Error PR_Preference::loadXml()
         return FileCorrupted;
     }
 
+    d->goodFile = file.version;
     QDomElement const root = file.document.documentElement();
     for (QDomElement element = root.firstChildElement(); !element.isNull(); element = element.nextSiblingElement())
         loadElement(element);
@@ -161,59 +179,86 @@ void PR_Preference::loadElement(QDomElement const &element)
     if ((held && held->loadXml(element)) || !hasKey)
         return;
 
-    auto item = createItem(element.tagName(), key);
+    auto item = createUndefinedItem(element.tagName(), key);
     if (!item || !item->loadXml(element))
         setStringValue(key, value);
     else if (!held)
         d->items.insert(std::move(item));
 }
 
+QByteArray PR_Preference::userFileBytes() const
+{
+    QDomDocument document;
+    document.appendChild(document.createElement(kPref));
+    QSet<QString> mendedKeys;
+    for (PR_PrefItem *item : *this) {
+        // Without the characters that XML cannot hold, a key must not become that of another item.
+        QString const key = PR_PrefUtil::xmlText(item->getKey());
+        if (key != item->getKey()) {
+            if (key.isEmpty() || d->items.find(key) || mendedKeys.contains(key))
+                continue;
+            mendedKeys.insert(key);
+        }
+        item->saveXml(&document, false);
+    }
+    return PR_UserFileFormat::toBytes(document);
+}
+
+// Keeps the file that is to be replaced: as the backup, or for repair when it cannot be read. A good backup is never
+// replaced by a damaged file.
+void PR_Preference::keepPresentFile(QString const &path)
+{
+    PL_FileSpec const spec{ UT_String(path) };
+    bool const unchanged = PR_FileState::of(path) == d->goodFile;
+    if (!unchanged && PR_XmlFile::read(path).state == PR_XmlFile::NotXml) {
+        PL_FileUtil::KeepDamagedFile(spec);
+        return;
+    }
+    if (!d->loadFailed || !d->backedUpSinceLoad)
+        PL_FileUtil::BackupFile(spec);
+    d->backedUpSinceLoad = true;
+}
+
 void PR_Preference::save()
 {
-    auto const failed = [this](QString const &reason) { d->saveStatus = { SaveStatus::Failed, reason }; };
     QString const path = getPathXml();
+    auto const failed = [this](QString const &reason) { d->saveStatus = { SaveStatus::Failed, reason }; };
+    auto const reportFailure = [&](char const *message, QString const &reason) {
+        failed(reason);
+        PR_PreferenceMessages::report(message, MSG_Scope::Error, path);
+    };
     if (getPath().isEmpty() || path.isEmpty())
         return failed(tr("The store has no preference file."));
 
     MSG_Text error;
     if (!tufile::checkCreatePath(path, error, true)) {
-        PR_PreferenceMessages::report(PR_PreferenceMessages::CannotOpenForWriting, MSG_Scope::Error, path);
+        reportFailure(PR_PreferenceMessages::CannotOpenForWriting, error.getText());
         std::fprintf(stderr, "Unable create preference file: %s. %s\n", path.toUtf8().constData(),
             error.getText().toUtf8().constData());
-        return failed(error.getText());
+        return;
     }
 
-    QDomDocument document;
-    document.appendChild(document.createElement(kPref));
-    for (PR_PrefItem *item : *this) {
-        // Without the characters that XML cannot hold, a key must not become that of another item.
-        QString const key = PR_PrefUtil::xmlText(item->getKey());
-        if (key == item->getKey() || !d->items.find(key))
-            item->saveXml(&document, false);
-    }
-
+    QByteArray const bytes = userFileBytes();
     QString const mapped = oswRemapPath::RemapPath2(path);
     PL_FileSpec const spec{ UT_String(mapped) };
     QFile file(PL_FileUtil::NewFileSpec(spec).GetFilePath().ToQString());
-    auto const ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate, ownerOnly)) {
-        PR_PreferenceMessages::report(PR_PreferenceMessages::CannotOpenForWriting, MSG_Scope::Error, path);
-        return failed(file.errorString());
-    }
-    if (QFile::exists(mapped))
-        file.setPermissions(modeOf(mapped));
-    if (!writeToDisk(file, PR_UserFileFormat::toBytes(document))) {
-        QString const reason = file.errorString();
-        PR_PreferenceMessages::report(PR_PreferenceMessages::WriteError, MSG_Scope::Error, path);
+    if (QFileInfo(mapped).isDir())
+        return reportFailure(PR_PreferenceMessages::CannotOpenForWriting, qt_error_string(EISDIR));
+    if (!openNewFile(file, mapped))
+        return reportFailure(PR_PreferenceMessages::CannotOpenForWriting, file.errorString());
+    QString const reason = writeToDisk(file, bytes);
+    if (!reason.isEmpty()) {
         file.remove();
-        return failed(reason);
+        return reportFailure(PR_PreferenceMessages::WriteError, reason);
     }
     file.close();
-    PL_FileUtil::BackupFile(spec);
-    if (PL_FileUtil::RenameNewFile(spec))
-        d->saveStatus = { SaveStatus::Saved, {} };
-    else
-        failed(tr("The new file cannot be put in the place of the old one."));
+
+    keepPresentFile(mapped);
+    if (!PL_FileUtil::RenameNewFile(spec))
+        return reportFailure(
+            PR_PreferenceMessages::WriteError, tr("The new file cannot be put in the place of the old one."));
+    d->goodFile = PR_FileState::of(mapped);
+    d->saveStatus = { SaveStatus::Saved, {} };
 }
 
 PR_Preference::SaveStatus PR_Preference::saveStatus() const

@@ -8,7 +8,7 @@
 #include <limits>
 #include <optional>
 
-/*! The state of a store. */
+/*! The state of a store, which no public header shows. */
 class PR_Preference::Private {
 public:
     Private(QString const &name, bool local);
@@ -32,6 +32,12 @@ public:
     PR_EnumItem fallbackEnum{ PR_PrefItem::Internal, QStringLiteral("Dummy"), "enum" };
 
     SaveStatus saveStatus;
+    // The user's file when it was last known to be good; one that is unchanged need not be read before it is replaced.
+    PR_FileState goodFile;
+    // After a load that failed before the user's values were read, only the first save makes a backup, so that the
+    // backup stays the user's file.
+    bool loadFailed = false;
+    bool backedUpSinceLoad = false;
 
     // The user's file as the preference set was looked for in it, so that one load parses it once.
     std::optional<PR_XmlFile> parsedUserFile;

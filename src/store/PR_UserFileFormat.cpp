@@ -7,6 +7,7 @@
 #include <QXmlStreamWriter>
 
 #include <algorithm>
+#include <vector>
 
 namespace {
 // An element of the DOM keeps its attributes in an order that differs from process to process.
@@ -24,6 +25,7 @@ std::vector<QDomAttr> sortedAttributes(QDomElement const &element)
     return attributes;
 }
 
+// The library's own items hold no text that XML cannot; those of hosts may.
 void write(QXmlStreamWriter &writer, QDomElement const &element)
 {
     writer.writeStartElement(element.tagName());

@@ -1,8 +1,18 @@
 #ifndef PR_XMLFILE_P_H
 #define PR_XMLFILE_P_H
 
+#include <QDateTime>
 #include <QDomDocument>
 #include <QString>
+
+/*! What tells one version of a file from another without reading it. */
+struct PR_FileState {
+    static PR_FileState of(QString const &path);
+    bool operator==(PR_FileState const &other) const { return modified == other.modified && size == other.size; }
+
+    QDateTime modified;
+    qint64 size = -1; /*!< Bytes; -1 for no file at all. */
+};
 
 /*! An XML file, read whole. */
 struct PR_XmlFile {
@@ -12,6 +22,7 @@ struct PR_XmlFile {
     static PR_XmlFile read(QString const &path);
 
     QString path;
+    PR_FileState version; /*!< Of the file when it was opened. */
     State state = CannotOpen;
     QDomDocument document; /*!< Null unless read. */
     QString error; /*!< In English. */
