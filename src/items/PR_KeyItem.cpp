@@ -4,7 +4,7 @@
 template class PR_TypedItem<PR_KeyItem, QKeySequence>;
 
 namespace {
-// Keys that the user's file names: Qt has no portable text for a modifier alone.
+// Modifiers alone, which files name in this form.
 struct NamedKey {
     int code;
     char const *name;

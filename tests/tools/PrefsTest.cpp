@@ -1,0 +1,234 @@
+#include "TestSupport.h"
+
+#include <QFile>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+// One run of the program. "|" separates the arguments, "$" is the temporary folder.
+struct Command {
+    char const *arguments;
+    int status;
+    QByteArray out;
+    char const *messages = ""; // part of the error stream; an empty text stands for an empty stream
+};
+
+class PrefsTest : public HostTest {
+protected:
+    PrefsTest()
+    {
+        define(category("<bool id='BOOL' value='true'/>"
+                        "<int id='INT' value='3' min='-9' max='9' shortDesc='Cells' longDesc='Cells held.'/>"
+                        "<double id='DOUBLE' value='0.5' percentage='true'/>"
+                        "<color id='COLOR' red='1' green='2' blue='3'/>"
+                        "<string id='STRING' value='text'/>"
+                        "<shortcut id='KEY' value='Ctrl+S'/>"
+                        "<int id='LOCKED' value='1' facilityOverride='true'/>")
+            + category("<font id='FONT' value=''/><font id='OTHER_FONT' value=''/>", "Timeline"));
+        writeFile(u"file"_s, "not a folder");
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(u"QT_QPA_PLATFORM"_s);
+        environment.insert(u"XDG_CONFIG_HOME"_s, path(u"config"_s));
+        m_process.setProcessEnvironment(environment);
+    }
+
+    void expect(std::vector<Command> const &commands)
+    {
+        for (Command const &command : commands) {
+            SCOPED_TRACE(command.arguments);
+            QString const arguments = QString::fromUtf8(command.arguments).replace(u'$', path(QString()));
+            m_process.start(QStringLiteral(PREFS_PROGRAM), commonArguments + arguments.split(u'|', Qt::SkipEmptyParts));
+            ASSERT_TRUE(m_process.waitForFinished()) << m_process.errorString();
+            ASSERT_EQ(m_process.exitStatus(), QProcess::NormalExit);
+            EXPECT_EQ(m_process.exitCode(), command.status);
+            EXPECT_EQ(m_process.readAllStandardOutput().toStdString(), command.out.toStdString());
+            std::string const messages = m_process.readAllStandardError().toStdString();
+            if (*command.messages)
+                EXPECT_NE(messages.find(command.messages), std::string::npos) << messages;
+            else
+                EXPECT_EQ(messages, "");
+        }
+    }
+
+    QStringList commonArguments{ u"--install"_s, path(u"install"_s), u"--user"_s, path(u"user.pref"_s) };
+
+    void userFile(QByteArray const &items) const
+    {
+        writeFile(u"user-pref.xml"_s, "<preferences>" + items + "</preferences>");
+    }
+
+private:
+    QProcess m_process;
+};
+} // namespace
+
+TEST_F(PrefsTest, ReadsAndFilters)
+{
+    userFile("<string id='STRING' cdata='true'><![CDATA[a\tb\nc\\]]></string><font id='FONT' value='my font'/>"
+             "<int id='UNKNOWN' value='7'/><font id='OTHER_FONT' value='your font'/>");
+    QByteArray const changedFonts = "FONT\tfont\tmy font\nOTHER_FONT\tfont\tyour font\n";
+    QByteArray const changedOthers = "STRING\tstring\ta\\tb\\nc\\\\\nUNKNOWN\tint\t7\n";
+    expect({
+        { "get|INT", 0, "3\n" },
+        { "get|STRING", 0, "a\tb\nc\\\n" },
+        { "get|int", 1, "", "no preference int" },
+        { "list|--changed", 0, changedFonts + changedOthers },
+        { "list|--category|Timeline|--changed", 0, changedFonts },
+        { "list|--category|Internal", 0, "UNKNOWN\tint\t7\n" },
+        { "list|--category|timeline", 2, "", "no category \"timeline\"" },
+        { "describe|INT", 0,
+            "Key: INT\nType: int\nCategory: General\nValue: 3\nDefault: 3\nRange: -9 to 9\nLocked: no\n"
+            "Origin: default\nShort description: Cells\nLong description: Cells held.\n" },
+        { "describe|DOUBLE", 0,
+            "Key: DOUBLE\nType: double\nCategory: General\nValue: 0.500000\nDefault: 0.500000\nPercentage: yes\n"
+            "Locked: no\nOrigin: default\nShort description: \nLong description: \n" },
+    });
+}
+
+TEST_F(PrefsTest, RefusesWrongUsage)
+{
+    expect({
+        { "", 2, "", "verb is missing" },
+        { "frobnicate", 2, "", "no verb \"frobnicate\"" },
+        { "get", 2, "", "get takes KEY" },
+        { "set|INT", 2, "", "set takes KEY VALUE" },
+        { "list|INT", 2, "", "list takes no arguments" },
+        { "get|INT|--changed", 2, "", "get takes no --changed" },
+        { "--frobnicate|list", 2, "", "Unknown option" },
+        { "--mode|ink|list", 2, "", "full paint scan" },
+        { "--flavour|sweet|list", 2, "", "norvelle panovia" },
+    });
+}
+
+TEST_F(PrefsTest, SetsEachType)
+{
+    userFile("<font id='FONT' value='my font'/><font id='OTHER_FONT' value='your font'/>");
+    struct Value {
+        char const *key;
+        char const *text;
+        char const *readBack; // null: refused
+    };
+    Value const values[] = {
+        { "BOOL", "n", "No" },
+        { "BOOL", "TRUE", "Yes" },
+        { "BOOL", "0", "No" },
+        { "BOOL", "maybe", nullptr },
+        { "INT", "9", "9" },
+        { "INT", "-9", "-9" },
+        { "INT", "10", nullptr },
+        { "INT", "-10", nullptr },
+        { "INT", "0x1", nullptr },
+        { "INT", "2.5", nullptr },
+        { "DOUBLE", "-2.5e-3", "-0.002500" },
+        { "DOUBLE", "-.25", "-0.250000" },
+        { "DOUBLE", "nan", nullptr },
+        { "DOUBLE", "1,5", nullptr },
+        { "COLOR", "#0a0B0c", "( 10  11  12 255)" },
+        { "COLOR", "#80ffFF00", "(255 255   0 128)" },
+        { "COLOR", "0 128 255", "(  0 128 255 255)" },
+        { "COLOR", "(  1   2   3   4)", "(  1   2   3   4)" },
+        { "COLOR", "1 2", nullptr },
+        { "COLOR", "1 2 256", nullptr },
+        { "COLOR", "#12345", nullptr },
+        { "STRING", "\xC3\xA9\n\\", "\xC3\xA9\n\\" },
+        { "KEY", "ctrl+shift+a", "Ctrl+Shift+A" },
+        { "KEY", "Num+4", "Num+4" },
+        { "KEY", "Ctrl+X, Ctrl+C", nullptr },
+        { "KEY", "Ctrl+Nokey", nullptr },
+        { "FONT", "YOUR Font", "your font" },
+        { "FONT", "no such font", nullptr },
+    };
+    for (Value const &value : values) {
+        QByteArray const set = QByteArray("set|") + value.key + '|' + value.text;
+        QByteArray const get = QByteArray("get|") + value.key;
+        if (value.readBack)
+            expect({ { set.constData(), 0, "" }, { get.constData(), 0, QByteArray(value.readBack) + '\n' } });
+        else
+            expect({ { set.constData(), 6, "", "is no value of" } });
+    }
+    expect({ { "get|INT", 0, "-9\n" }, { "get|OTHER_FONT", 0, "your font\n" } });
+}
+
+TEST_F(PrefsTest, WritesOnlyWhatChanges)
+{
+    expect({
+        { "set|INT|3", 0, "" },
+        { "reset|INT", 0, "" },
+        { "set|MISSING|1", 1, "", "no preference MISSING" },
+        { "set|LOCKED|2", 5, "", "locked at the facility-wide level" },
+        { "reset|LOCKED", 5, "", "LOCKED was left as it is" },
+        { "--user|$/file/user.pref|set|INT|3", 0, "" },
+        { "--user|$/file/user.pref|set|INT|4", 4, "", "not saved" },
+        { "--user|$/file/user.pref|reset|INT", 0, "" },
+    });
+    EXPECT_FALSE(QFile::exists(path(u"user-pref.xml"_s)));
+
+    userFile("<int id='INT' value='4'/><int id='UNKNOWN' value='7'/><font id='FONT' value='a font elsewhere'/>");
+    expect({
+        { "reset|UNKNOWN", 1, "", "no definition" },
+        { "set|UNKNOWN|8", 0, "" },
+        { "reset|INT", 0, "" },
+        { "list|--changed", 0, "FONT\tfont\ta font elsewhere\nUNKNOWN\tint\t8\n" },
+        { "set|STRING|--|--text", 0, "" },
+        { "get|STRING", 0, "--text\n" },
+    });
+    EXPECT_FALSE(readFile(u"user-pref.xml"_s).contains("\"INT\""));
+}
+
+TEST_F(PrefsTest, KeepsFontsOfLegacyTextFile)
+{
+    writeFile(u"user.pref"_s, "FONT \"A Font Elsewhere\"\nINT 4\n");
+    expect({ { "set|BOOL|no", 0, "" }, { "get|FONT", 0, "a font elsewhere\n" }, { "get|INT", 0, "4\n" } });
+}
+
+TEST_F(PrefsTest, LeavesFilesThatCannotBeRead)
+{
+    writeFile(u"folder-pref.xml/kept"_s, "");
+    expect({
+        { "--user|$/folder.pref|set|INT|4", 3, "", "folder-pref.xml" },
+        { "--user|$/folder.pref|get|INT", 3, "", "cannot be loaded" },
+    });
+    EXPECT_TRUE(QFile::exists(path(u"folder-pref.xml/kept"_s)));
+
+    QByteArray const user = "<preferences><int id='INT' value='4'/></preferences>";
+    writeFile(u"user-pref.xml"_s, user);
+    writeFile(u"broken/resources/prefs.xml"_s, "<preferences");
+    expect({
+        { "--install|$/broken|set|INT|5", 3, "", "Unable to parse" },
+        { "--install|$/missing|reset|INT", 3, "", "missing/resources/prefs.xml" },
+        { "--local|list", 3, "", "localPrefs.xml" },
+    });
+    EXPECT_EQ(readFile(u"user-pref.xml"_s), user);
+
+    writeFile(u"user-pref.xml~"_s, user);
+    writeFile(u"user-pref.xml"_s, "<prefer");
+    expect({ { "get|INT", 0, "4\n", "Backup preference file has been restored" } });
+    EXPECT_EQ(readFile(u"user-pref.xml.bad"_s), "<prefer");
+}
+
+TEST_F(PrefsTest, OptionsDescribeTheHost)
+{
+    define(category("<int id='PAINT' mode='paint'/><int id='SCAN' mode='scan'/><int id='FULL' mode='full'/>"
+                    "<int id='FIRST' feature='first'/><int id='SECOND' feature='second'/><int id='MORPH_X'/>"));
+    define(category("<int id='STORYBOARD'/>"), u"pv_prefs.xml"_s);
+    define(category("<int id='MACHINE' value='1'/>"), u"localPrefs.xml"_s);
+    expect({
+        { "list", 0, "FULL\tint\t0\n" },
+        { "--mode|paint|list", 0, "PAINT\tint\t0\n" },
+        { "list|--mode|scan", 0, "SCAN\tint\t0\n" },
+        { "list|--feature|first|--feature|second", 0, "FIRST\tint\t0\nFULL\tint\t0\nSECOND\tint\t0\n" },
+        { "list|--morphing", 0, "FULL\tint\t0\nMORPH_X\tint\t0\n" },
+        { "list|--flavour|panovia", 0, "STORYBOARD\tint\t0\n" },
+        { "list|--verbose", 0, "FULL\tint\t0\n", "Unable to open preference file" },
+        { "set|FULL|5", 0, "" },
+        { "--local|set|MACHINE|2", 0, "" },
+    });
+    EXPECT_TRUE(readFile(u"user-pref.xml"_s).contains("FULL"));
+    EXPECT_TRUE(readFile(u"user-localpref.xml"_s).contains("MACHINE"));
+
+    commonArguments.resize(2);
+    expect({ { "set|FULL|6", 0, "" }, { "--local|set|MACHINE|3", 0, "" } });
+    EXPECT_TRUE(readFile(u"config/Brivant Animation/user-pref.xml"_s).contains("FULL"));
+    EXPECT_TRUE(readFile(u"config/Brivant Animation/localpref.xml"_s).contains("MACHINE"));
+}

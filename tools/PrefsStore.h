@@ -1,0 +1,27 @@
+#ifndef PREFSSTORE_H
+#define PREFSSTORE_H
+
+#include "PR_Preference.h"
+
+struct Call;
+
+/*! The store that the options of a call name. What goes wrong with it is thrown as a Failure. */
+class PrefsStore final : public PR_Preference {
+public:
+    /*! Loads the store. One that cannot be loaded is never there to be saved over the user's file. */
+    explicit PrefsStore(Call const &call);
+
+    PR_PrefItem &item(QString const &key) const;
+    /*! An item that may be changed; a lock is reported. */
+    PR_PrefItem &unlockedItem(QString const &key) const;
+    /*! Saves, and makes sure of it. */
+    void saveNow();
+
+protected:
+    Error initPreferences() override;
+
+private:
+    bool addFontsOfUser() const;
+};
+
+#endif

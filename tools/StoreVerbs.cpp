@@ -1,0 +1,123 @@
+#include "StoreVerbs.h"
+
+#include "PrefsStore.h"
+#include "ValueText.h"
+#include "Verb.h"
+
+#include "PR_DoubleItem.h"
+#include "PR_FontItem.h"
+#include "PR_IntItem.h"
+
+#include <QCommandLineParser>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+// A text as part of one line.
+QString escaped(QString text)
+{
+    return text.replace(u'\\', "\\\\"_L1).replace(u'\t', "\\t"_L1).replace(u'\n', "\\n"_L1);
+}
+
+PR_PrefItem::Category categoryOf(QString const &text)
+{
+    // Internal is also the answer for a text that names none.
+    PR_PrefItem::Category const category = PR_PrefItem::getCategory(text);
+    if (category == PR_PrefItem::Internal && text != PR_PrefItem::getCategoryString(category))
+        throw Failure{ ExitStatus::WrongUsage, u"There is no category \"%1\"."_s.arg(text) };
+    return category;
+}
+
+QString originText(PR_PrefItem const &item)
+{
+    switch (item.getOrigin()) {
+    case PR_PrefItem::OriginUser:
+        return u"user"_s;
+    case PR_PrefItem::OriginFacility:
+        return u"facility"_s;
+    case PR_PrefItem::OriginDefault:
+        break;
+    }
+    return u"default"_s;
+}
+
+QString yesOrNo(bool value)
+{
+    return value ? u"yes"_s : u"no"_s;
+}
+} // namespace
+
+void StoreVerbs::list(Call const &call)
+{
+    bool const ofCategory = call.options.isSet(u"category"_s);
+    auto const category = ofCategory ? categoryOf(call.options.value(u"category"_s)) : PR_PrefItem::All;
+    bool const changedOnly = call.options.isSet(u"changed"_s);
+
+    PrefsStore const store(call);
+    for (PR_PrefItem const *item : store) {
+        if ((ofCategory && item->getCategory() != category)
+            || (changedOnly && item->getOrigin() != PR_PrefItem::OriginUser))
+            continue;
+        call.out << escaped(item->getKey()) << '\t' << escaped(item->getTag()) << '\t' << escaped(item->valueAsString())
+                 << '\n';
+    }
+}
+
+void StoreVerbs::get(Call const &call)
+{
+    PrefsStore const store(call);
+    call.out << store.item(call.arguments[0]).valueAsString() << '\n';
+}
+
+void StoreVerbs::describe(Call const &call)
+{
+    PrefsStore const store(call);
+    PR_PrefItem const &item = store.item(call.arguments[0]);
+    auto const line = [&call](char const *label, QString const &text) {
+        call.out << label << ": " << escaped(text) << '\n';
+    };
+    line("Key", item.getKey());
+    line("Type", item.getTag());
+    line("Category", PR_PrefItem::getCategoryString(item.getCategory()));
+    line("Value", item.valueAsString());
+    line("Default", item.defaultValueAsString());
+    if (auto const *number = dynamic_cast<PR_IntItem const *>(&item))
+        line("Range", u"%1 to %2"_s.arg(number->minValue()).arg(number->maxValue()));
+    if (auto const *number = dynamic_cast<PR_DoubleItem const *>(&item))
+        line("Percentage", yesOrNo(number->percentage()));
+    if (auto const *font = dynamic_cast<PR_FontItem const *>(&item))
+        line("Choices", font->EnumNameList().join(", "_L1));
+    line("Locked", yesOrNo(item.hasFacilityOverride(false)));
+    line("Origin", originText(item));
+    line("Short description", item.getShortDescription());
+    line("Long description", item.getLongDescription());
+}
+
+void StoreVerbs::set(Call const &call)
+{
+    PrefsStore store(call);
+    QString const key = call.arguments[0];
+    QString const text = call.arguments[1];
+    PR_PrefItem &item = store.unlockedItem(key);
+    ValueText::Outcome const outcome = ValueText::assign(item, text);
+    if (outcome == ValueText::Refused) {
+        throw Failure{ ExitStatus::NotAValue,
+            u"\"%1\" is no value of %2; expected %3."_s.arg(text, key, ValueText::expectedForm(item)) };
+    }
+    if (outcome == ValueText::Changed)
+        store.saveNow();
+}
+
+void StoreVerbs::reset(Call const &call)
+{
+    PrefsStore store(call);
+    QString const key = call.arguments[0];
+    PR_PrefItem const &item = store.unlockedItem(key);
+    if (item.getCategory() == PR_PrefItem::Internal)
+        throw Failure{ ExitStatus::NoSuchKey, u"%1 has no definition, and so no default."_s.arg(key) };
+    if (item.getOrigin() == PR_PrefItem::OriginDefault)
+        return;
+    store.restoreDefault(key);
+    store.saveNow();
+}

@@ -1,0 +1,21 @@
+#ifndef VALUETEXT_H
+#define VALUETEXT_H
+
+class PR_PrefItem;
+class QString;
+
+/*! Values of preferences as typed by a user. What PR_PrefItem::valueAsString() gives is among the forms accepted. */
+namespace ValueText {
+enum Outcome {
+    Refused, /*!< The text is no value of the item's type. */
+    Held, /*!< The item held the value already. */
+    Changed
+};
+
+/*! Gives an item, which must not be locked, the value that a text stands for. */
+Outcome assign(PR_PrefItem &item, QString const &text);
+/*! What a value of the item looks like, to go on with after "expected". */
+QString expectedForm(PR_PrefItem &item);
+} // namespace ValueText
+
+#endif

@@ -1,0 +1,43 @@
+#ifndef VERB_H
+#define VERB_H
+
+#include <QString>
+#include <QStringList>
+
+class QCommandLineParser;
+class QTextStream;
+
+/*! How the program ends. Scripts rely on the numbers. */
+enum class ExitStatus : int {
+    Done = 0,
+    NoSuchKey = 1,
+    WrongUsage = 2,
+    CannotRead = 3,
+    CannotWrite = 4,
+    Locked = 5,
+    NotAValue = 6
+};
+
+/*! Thrown to end the program. */
+struct Failure {
+    ExitStatus status;
+    QString text; /*!< For the error stream. */
+};
+
+/*! What the user asked a verb to do. */
+struct Call {
+    QStringList arguments; /*!< As many as the verb takes. */
+    QCommandLineParser const &options;
+    QTextStream &out; /*!< Standard output: data alone. */
+};
+
+/*! One thing that the program can do. The texts are ASCII; lists of words are separated by blanks. */
+struct Verb {
+    char const *name;
+    char const *arguments;
+    char const *options; /*!< Those that no other verb takes unless it lists them too. */
+    void (*run)(Call const &call);
+    char const *help;
+};
+
+#endif
