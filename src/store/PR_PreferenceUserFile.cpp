@@ -248,7 +248,9 @@ void PR_Preference::save()
         return reportFailure(PR_PreferenceMessages::CannotOpenForWriting, file.errorString());
     QString const reason = writeToDisk(file, bytes);
     if (!reason.isEmpty()) {
-        file.remove();
+        // Closed first, which may fail: what was not written is tried again.
+        file.close();
+        QFile::remove(file.fileName());
         return reportFailure(PR_PreferenceMessages::WriteError, reason);
     }
     file.close();
