@@ -19,4 +19,14 @@ inline std::filesystem::path nativePath(QString const &path)
 #endif
 }
 
+/*! The other way round. */
+inline QString pathOf(std::filesystem::path const &path)
+{
+#ifdef Q_OS_WIN
+    return QString::fromStdWString(path.wstring());
+#else
+    return QFile::decodeName(path.c_str());
+#endif
+}
+
 #endif

@@ -35,7 +35,12 @@ QString linkTarget(QString path)
         QFileInfo const info(path);
         if (!info.isSymLink())
             return path;
-        path = info.symLinkTarget();
+        // Not QFileInfo::symLinkTarget(): it shortens "a/..", though a may be a link itself.
+        fs::path const link = nativePath(path);
+        std::error_code code;
+        fs::path const target = link.parent_path() / fs::read_symlink(link, code);
+        fs::path const folder = fs::canonical(target.parent_path(), code);
+        path = pathOf((code ? target.parent_path() : folder) / target.filename());
     }
     return {};
 }
@@ -100,9 +105,11 @@ bool replaceByCopy(QString const &file, QString const &path)
     return false;
 }
 
-bool keepAs(QString const &file, QString const &path)
+// A copy first: whoever edits one of the files in place shall not change the other with it. A full disk has room for a
+// link alone.
+bool replaceByCopyOrLink(QString const &file, QString const &path)
 {
-    return replaceByLink(file, path) || replaceByCopy(file, path);
+    return replaceByCopy(file, path) || replaceByLink(file, path);
 }
 
 QByteArray contentOf(QString const &path)
@@ -148,7 +155,8 @@ bool PL_FileUtil::BackupFile(PL_FileSpec const &spec)
 {
     QString const target = linkTarget(spec.GetFilePath().ToQString());
     QFileInfo const info(target);
-    return !info.exists() || (info.isFile() && keepAs(target, backupOf(target)));
+    return !info.exists()
+        || (info.isFile() && (replaceByLink(target, backupOf(target)) || replaceByCopy(target, backupOf(target))));
 }
 
 bool PL_FileUtil::RenameNewFile(PL_FileSpec const &spec)
@@ -188,5 +196,5 @@ bool PL_FileUtil::KeepDamagedFile(PL_FileSpec const &spec)
     // Nothing to repair from: an empty file, or one that a damaged backup was copied to.
     if (content.isEmpty() || content == contentOf(backupOf(target)))
         return true;
-    return keepAs(target, target + QLatin1String(".bad"));
+    return replaceByCopyOrLink(target, target + QLatin1String(".bad"));
 }

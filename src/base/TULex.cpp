@@ -24,7 +24,7 @@ bool TULex::get(bool)
 {
     while (m_position < m_text.size() && m_text[m_position].isSpace())
         ++m_position;
-    m_tokenStart = m_position;
+    qsizetype const start = m_position;
     m_token.clear();
     m_hasToken = m_position < m_text.size();
     if (!m_hasToken)
@@ -35,7 +35,7 @@ bool TULex::get(bool)
     } else {
         while (m_position < m_text.size() && !m_text[m_position].isSpace())
             ++m_position;
-        m_token = m_text.mid(m_tokenStart, m_position - m_tokenStart);
+        m_token = m_text.mid(start, m_position - start);
     }
     return true;
 }
@@ -62,7 +62,6 @@ void TULex::skipToNextLine()
 {
     if (!m_hasToken)
         return;
-    m_position = m_tokenStart;
     while (m_position < m_text.size() && !isLineEnd(m_text[m_position]))
         ++m_position;
     get(false);

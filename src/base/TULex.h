@@ -37,7 +37,6 @@ private:
 
     QString m_text;
     qsizetype m_position = 0; // just behind the current token
-    qsizetype m_tokenStart = 0;
     QString m_token;
     bool m_hasToken = false;
 };

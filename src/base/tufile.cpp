@@ -36,7 +36,11 @@ bool tufile::checkCreatePath(QString const &path, MSG_Text &error, bool create)
 
 bool tufile::rmIfExists(QString const &path)
 {
-    fs::path const native = nativePath(path);
+    // Behind a slash a link would stand for what it points to.
+    QString place = path;
+    while (place.size() > 1 && place.endsWith(QLatin1Char('/')))
+        place.chop(1);
+    fs::path const native = nativePath(place);
     std::error_code code;
     fs::remove_all(native, code);
     return !code && !native.empty();

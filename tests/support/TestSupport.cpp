@@ -4,11 +4,17 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <ostream>
 #include <utility>
 
 std::ostream &operator<<(std::ostream &stream, QString const &text)
 {
     return stream << '"' << text.toStdString() << '"';
+}
+
+void PrintTo(QString const &text, std::ostream *stream)
+{
+    *stream << text;
 }
 
 HostTest::HostTest()

@@ -9,12 +9,14 @@
 
 #include <gtest/gtest.h>
 
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <vector>
 
 /*! Lets GoogleTest print texts. */
 std::ostream &operator<<(std::ostream &stream, QString const &text);
+void PrintTo(QString const &text, std::ostream *stream);
 
 /*! A test with a host of its own: a temporary folder, an empty installation in it, three fonts, recorded reports.
 

@@ -1,0 +1,160 @@
+#include "MSG_Text.h"
+#include "PL_FileUtil.h"
+#include "TestSupport.h"
+#include "tufile.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+class FileTest : public HostTest {
+protected:
+    void link(QString const &name, QString const &target) const
+    {
+        QDir().mkpath(QFileInfo(path(name)).path());
+        EXPECT_EQ(symlink(QFile::encodeName(target).constData(), QFile::encodeName(path(name)).constData()), 0);
+    }
+    PL_FileSpec fileAt(QString const &name) const { return PL_FileSpec(UT_String(path(name))); }
+    // Relative to the temporary folder, as all names are here.
+    QString newFile(QString const &name) const
+    {
+        return QDir(path(QString())).relativeFilePath(PL_FileUtil::NewFileSpec(fileAt(name)).GetFilePath().ToQString());
+    }
+    QStringList files(QString const &folder) const
+    {
+        return QDir(path(folder)).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    }
+};
+} // namespace
+
+TEST_F(FileTest, AFileIsReplacedAndRestoredWhereItsLinksLead)
+{
+    struct {
+        QString file;
+        std::vector<std::pair<QString, QString>> links; // "$" is the folder of the row
+        QString target; // the folder that the file lies in once the links are followed
+        bool exists;
+    } const table[] = {
+        { u"F"_s, {}, u"."_s, true },
+        { u"F"_s, {}, u"."_s, false },
+        { u"F"_s, { { u"F"_s, u"d/F"_s } }, u"d"_s, true },
+        { u"F"_s, { { u"F"_s, u"d/F"_s } }, u"d"_s, false },
+        { u"F"_s, { { u"F"_s, u"d/G"_s }, { u"d/G"_s, u"$/e/F"_s } }, u"e"_s, true },
+        { u"s/F"_s, { { u"s"_s, u"d/e"_s }, { u"d/e/F"_s, u"../F"_s } }, u"d"_s, true },
+    };
+    for (size_t row = 0; row < std::size(table); ++row) {
+        SCOPED_TRACE(row);
+        auto const &[name, links, target, exists] = table[row];
+        QString const folder = QString::number(row) + u'/';
+        QString const file = folder + name;
+        QString const real = folder + target + u"/F"_s;
+        QDir().mkpath(path(folder + target));
+        for (auto [linkName, linkTarget] : links)
+            link(folder + linkName, linkTarget.replace(u'$', path(QString::number(row))));
+        QByteArray const old = exists ? "old" : "";
+        if (exists)
+            writeFile(real, old);
+
+        writeFile(newFile(file), "new");
+        EXPECT_EQ(readFile(real + u".%1.new"_s.arg(getpid())), "new");
+        EXPECT_TRUE(PL_FileUtil::BackupFile(fileAt(file)));
+        EXPECT_TRUE(PL_FileUtil::BackupFile(fileAt(file))); // backup and file are the same now
+        EXPECT_EQ(readFile(real), old);
+        EXPECT_TRUE(PL_FileUtil::RenameNewFile(fileAt(file)));
+        EXPECT_FALSE(PL_FileUtil::RenameNewFile(fileAt(file)));
+        EXPECT_EQ(readFile(file), "new");
+        EXPECT_EQ(readFile(real), "new");
+
+        EXPECT_EQ(readFile(real + u'~'), old);
+        writeFile(real, "damaged");
+        auto const mode = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
+        QFile::setPermissions(path(real), mode);
+        EXPECT_EQ(PL_FileUtil::RestoreBackupFile(fileAt(file), true), exists);
+        EXPECT_EQ(readFile(real), exists ? old : QByteArray("damaged"));
+        EXPECT_EQ(readFile(real + u".bad"_s), "damaged");
+        EXPECT_EQ(QFile::permissions(path(real)) & ~(QFile::ReadUser | QFile::WriteUser), mode);
+
+        if (exists) {
+            writeFile(real, "edited"); // must not reach the backup
+            EXPECT_TRUE(PL_FileUtil::RestoreBackupFile(fileAt(file), false));
+            EXPECT_EQ(readFile(real), old);
+        } else {
+            QFile::remove(path(real));
+            writeFile(real, "");
+        }
+        EXPECT_TRUE(PL_FileUtil::KeepDamagedFile(fileAt(file))); // nothing to repair from
+        EXPECT_EQ(readFile(real + u".bad"_s), "damaged");
+        EXPECT_EQ(files(folder + target).filter(u"F"_s).join(u' '), exists ? u"F F.bad F~"_s : u"F F.bad"_s);
+        for (auto const &[linkName, linkTarget] : links)
+            EXPECT_TRUE(QFileInfo(path(folder + linkName)).isSymLink()) << linkName;
+    }
+}
+
+TEST_F(FileTest, WhatCannotBeReplacedStays)
+{
+    link(u"circle"_s, u"circle2"_s);
+    link(u"circle2"_s, u"circle"_s);
+    writeFile(u"circle~"_s, "backup");
+    EXPECT_EQ(newFile(u"circle"_s), u"circle"_s);
+    EXPECT_FALSE(PL_FileUtil::RestoreBackupFile(fileAt(u"circle"_s), true));
+    writeFile(u"folder/kept"_s, "kept");
+    writeFile(newFile(u"folder"_s), "new");
+    EXPECT_FALSE(PL_FileUtil::BackupFile(fileAt(u"folder"_s)));
+    for (QString const &name : { u"circle"_s, u"folder"_s })
+        EXPECT_FALSE(PL_FileUtil::RenameNewFile(fileAt(name)));
+    EXPECT_EQ(readFile(u"folder/kept"_s), "kept");
+    EXPECT_EQ(files({}).join(u' '), u"circle circle2 circle~ folder"_s);
+}
+
+TEST_F(FileTest, NewFilesOfDeadProcessesGoWithTheNextSave)
+{
+    QString const dead = u".2000000000.new"_s; // above every process number of the system
+    QString const alive = u".%1.new"_s.arg(getppid());
+    for (QString const &tail :
+        QStringList{ dead, u"~"_s + dead, u".bad"_s + dead, alive, dead + u"~"_s, u".x.new"_s, u"x"_s + dead })
+        writeFile(u"[F"_s + tail, "left");
+    writeFile(newFile(u"[F"_s), "new");
+    EXPECT_TRUE(PL_FileUtil::RenameNewFile(fileAt(u"[F"_s)));
+    EXPECT_EQ(files({}).replaceInStrings(alive, u".alive"_s).join(u' '),
+        u"[F [F.2000000000.new~ [F.alive [F.x.new [Fx.2000000000.new"_s);
+}
+
+TEST_F(FileTest, FoldersAreMadeUnlessAFileStandsInTheWay)
+{
+    writeFile(u"file"_s, "x");
+    struct {
+        QString name;
+        bool create, good;
+    } const table[] = { { u"a/b/F"_s, false, false }, { u"a/b/F"_s, true, true }, { u"a/b/F"_s, false, true },
+        { u"file/F"_s, true, false }, { u"file/a/F"_s, true, false } };
+    for (auto const &row : table) {
+        MSG_Text error;
+        EXPECT_EQ(tufile::checkCreatePath(path(row.name), error, row.create), row.good) << row.name;
+        EXPECT_EQ(error.getText().isEmpty(), row.good) << row.name;
+    }
+    EXPECT_TRUE(PL_FileSpec(UT_String(path(u"a/b"_s))).IsFolder());
+    EXPECT_FALSE(PL_FileSpec(UT_String(path(u"file"_s))).IsFolder());
+}
+
+TEST_F(FileTest, RemovingALinkKeepsWhatItNames)
+{
+    writeFile(u"target/kept"_s, "x");
+    link(u"link"_s, u"target"_s);
+    link(u"dangling"_s, u"nowhere"_s);
+    writeFile(u"tree/a/file"_s, "x");
+    link(u"tree/a/link"_s, path(u"target"_s));
+    struct {
+        QString name;
+        bool exists;
+    } const table[] = { { u"link"_s, true }, { u"dangling"_s, false }, { u"tree"_s, true }, { u"missing"_s, false } };
+    for (auto const &row : table) {
+        EXPECT_EQ(tufile::fileExists(path(row.name)), row.exists) << row.name;
+        EXPECT_TRUE(tufile::rmIfExists(path(row.name))) << row.name;
+    }
+    EXPECT_EQ(files({}).join(u' '), u"target"_s);
+    EXPECT_EQ(readFile(u"target/kept"_s), "x");
+}
