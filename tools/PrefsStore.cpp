@@ -16,18 +16,16 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-QString storeName(QCommandLineParser const &options)
+QString PrefsStore::nameOf(QCommandLineParser const &options)
 {
     if (options.isSet(u"user"_s))
         return options.value(u"user"_s);
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/Brivant Animation/"_L1
         + (options.isSet(u"local"_s) ? "localpref"_L1 : "user.pref"_L1);
 }
-} // namespace
 
 PrefsStore::PrefsStore(Call const &call)
-    : PR_Preference(storeName(call.options), call.options.isSet(u"local"_s), false)
+    : PR_Preference(nameOf(call.options), call.options.isSet(u"local"_s), false)
 {
     init();
     if (getErrorCode() != NoError)

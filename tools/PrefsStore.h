@@ -3,11 +3,15 @@
 
 #include "PR_Preference.h"
 
+class QCommandLineParser;
 struct Call;
 
 /*! The store that the options of a call name. What goes wrong with it is thrown as a Failure. */
 class PrefsStore final : public PR_Preference {
 public:
+    /*! The name of the store that the options ask for. */
+    static QString nameOf(QCommandLineParser const &options);
+
     /*! Loads the store. One that cannot be loaded is never there to be saved over the user's file. */
     explicit PrefsStore(Call const &call);
 

@@ -14,12 +14,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-// A text as part of one line.
-QString escaped(QString text)
-{
-    return text.replace(u'\\', "\\\\"_L1).replace(u'\t', "\\t"_L1).replace(u'\n', "\\n"_L1);
-}
-
 PR_PrefItem::Category categoryOf(QString const &text)
 {
     // Internal is also the answer for a text that names none.
@@ -59,8 +53,8 @@ void StoreVerbs::list(Call const &call)
         if ((ofCategory && item->getCategory() != category)
             || (changedOnly && item->getOrigin() != PR_PrefItem::OriginUser))
             continue;
-        call.out << escaped(item->getKey()) << '\t' << escaped(item->getTag()) << '\t' << escaped(item->valueAsString())
-                 << '\n';
+        call.out << ValueText::escaped(item->getKey()) << '\t' << ValueText::escaped(item->getTag()) << '\t'
+                 << ValueText::escaped(item->valueAsString()) << '\n';
     }
 }
 
@@ -75,7 +69,7 @@ void StoreVerbs::describe(Call const &call)
     PrefsStore const store(call);
     PR_PrefItem const &item = store.item(call.arguments[0]);
     auto const line = [&call](char const *label, QString const &text) {
-        call.out << label << ": " << escaped(text) << '\n';
+        call.out << label << ": " << ValueText::escaped(text) << '\n';
     };
     line("Key", item.getKey());
     line("Type", item.getTag());

@@ -157,3 +157,8 @@ QString ValueText::expectedForm(PR_PrefItem &item)
     visit(item, [&](auto const &typed) { text = form(typed); });
     return text;
 }
+
+QString ValueText::escaped(QString text)
+{
+    return text.replace(u'\\', "\\\\"_L1).replace(u'\t', "\\t"_L1).replace(u'\n', "\\n"_L1);
+}

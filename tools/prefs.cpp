@@ -1,3 +1,4 @@
+#include "CacheVerbs.h"
 #include "StoreVerbs.h"
 #include "Verb.h"
 
@@ -20,6 +21,8 @@ Verb const verbs[] = {
     { "describe", "KEY", "", StoreVerbs::describe, "All that is known of a preference." },
     { "set", "KEY VALUE", "", StoreVerbs::set, "Sets the value and saves." },
     { "reset", "KEY", "", StoreVerbs::reset, "Goes back to the default and saves." },
+    { "cached", "", "", CacheVerbs::cached, "Accessor, key, type and value of each cached value." },
+    { "scenes", "", "", CacheVerbs::scenes, "Recent scenes: key, last use, cache, and whether it goes next." },
 };
 
 struct StatusText {
@@ -138,7 +141,7 @@ void printHelp(QCommandLineParser const &parser, QTextStream &out)
     for (Verb const &verb : verbs)
         out << "  " << qSetFieldWidth(17) << Qt::left << (words(verb.name) + words(verb.arguments)).join(u' ')
             << qSetFieldWidth(0) << verb.help << '\n';
-    out << "\nlist and describe write \\t, \\n and \\\\ for a tab, a line feed and a backslash.\n"
+    out << "\nlist, describe, cached and scenes write \\t, \\n and \\\\ for a tab, a line feed and a backslash.\n"
            "A VALUE that begins with '-' and is no number comes after \"--\".\n\nExit status:\n";
     for (StatusText const &entry : statusTexts)
         out << "  " << int(entry.status) << "  " << entry.text << '\n';

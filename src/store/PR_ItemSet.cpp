@@ -1,5 +1,7 @@
 #include "PR_ItemSet_p.h"
 
+#include <atomic>
+
 template <class... Items> PR_ItemSet::Entry::Kind PR_ItemSet::Entry::firstKind(PR_PrefItem *item)
 {
     Kind kind = Kind::Other;
@@ -20,9 +22,17 @@ PR_ItemSet::~PR_ItemSet()
     clear();
 }
 
+quint64 PR_ItemSet::newStamp()
+{
+    // Stores of different threads draw from it.
+    static std::atomic<quint64> last{ 0 };
+    return ++last;
+}
+
 PR_ItemSet::Entry PR_ItemSet::insert(std::unique_ptr<PR_PrefItem> item)
 {
     erase(item->getKey());
+    m_stamp = newStamp();
     Entry const entry(item.get());
     m_index.insert(item->getKey(), entry);
     m_items.insert(item.release());
@@ -31,6 +41,7 @@ PR_ItemSet::Entry PR_ItemSet::insert(std::unique_ptr<PR_PrefItem> item)
 
 PR_ItemSet::Items::const_iterator PR_ItemSet::erase(Items::const_iterator position)
 {
+    m_stamp = newStamp();
     std::unique_ptr<PR_PrefItem> const item(*position);
     m_index.remove(item->getKey());
     return m_items.erase(position);
@@ -44,6 +55,7 @@ void PR_ItemSet::erase(QString const &key)
 
 void PR_ItemSet::clear()
 {
+    m_stamp = newStamp();
     Items items;
     items.swap(m_items);
     m_index.clear();

@@ -61,6 +61,8 @@ public:
 
     Entry find(QString const &key) const { return m_index.value(key); }
     Items const &items() const { return m_items; }
+    /*! Changes whenever an item comes or goes; no two states of any two sets have the same one. */
+    quint64 stamp() const { return m_stamp; }
 
     /*! Adds an item; one that has its key already is deleted. */
     Entry insert(std::unique_ptr<PR_PrefItem> item);
@@ -73,8 +75,11 @@ public:
 private:
     Q_DISABLE_COPY_MOVE(PR_ItemSet)
 
+    static quint64 newStamp();
+
     Items m_items;
     QHash<QString, Entry> m_index;
+    quint64 m_stamp = newStamp();
 };
 
 #endif

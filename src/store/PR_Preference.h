@@ -114,6 +114,11 @@ public:
     void restoreDefault(QString const &key);
     void restoreDefaults();
 
+    /*! The application's main store, a PR_CachedPreferences, loaded and with the cache filled; the caller owns it. */
+    static PR_Preference *createPreference(QString name);
+    /*! A store of machine-local settings, loaded; the caller owns it. Null when there is no folder for its file. */
+    static PR_Preference *createLocalPreferences();
+
     /*! How the load at construction ended. */
     Error getErrorCode() const;
     /*! The text of that; empty when there is nothing to say. */
@@ -167,6 +172,11 @@ protected:
     virtual Error initPreferences();
 
 private:
+    friend class PR_CachedPreferences;
+
+    /*! Changes with every change to which items there are; a value never comes back, in no store. */
+    quint64 itemSetStamp() const;
+
     static QString getPrefsXMLPath();
     static QString getLocalPrefsXMLPath();
     static QString getPrefsOverrideXMLPath();
@@ -190,5 +200,9 @@ private:
 
 /*! The application's main store; set by the host, null until then. */
 extern BRIVANT_PREFERENCE_EXPORT PR_Preference *tuPref;
+
+/*! The process's store of machine-local settings, created by the first call and kept; null when it could not be created
+    then. */
+BRIVANT_PREFERENCE_EXPORT PR_Preference *localPrefs();
 
 #endif

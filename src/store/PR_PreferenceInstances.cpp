@@ -1,6 +1,6 @@
 #include "PR_Preference_p.h"
 
-#include <QCoreApplication>
+#include "PL_FileSpec.h"
 
 PR_Preference *tuPref = nullptr;
 
@@ -51,6 +51,27 @@ void PR_Preference::copy(PR_Preference &other)
     clear();
     for (PR_PrefItem *item : other)
         d->items.insert(std::unique_ptr<PR_PrefItem>(item->clone()));
+}
+
+PR_Preference *PR_Preference::createLocalPreferences()
+{
+    PL_FileSpec folder;
+    folder.IFileSpec(PL_FileSpec::LocalPreferenceFolder);
+    QString const path = folder.GetFilePath().ToQString();
+    if (path.isEmpty())
+        return nullptr;
+    return new PR_Preference(path + QLatin1String("/Brivant Animation/localpref"), true, true);
+}
+
+PR_Preference *localPrefs()
+{
+    static PR_Preference *const store = PR_Preference::createLocalPreferences();
+    return store;
+}
+
+quint64 PR_Preference::itemSetStamp() const
+{
+    return d->items.stamp();
 }
 
 QString PR_Preference::trUtf8(char const *source, char const *disambiguation)

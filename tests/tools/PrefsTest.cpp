@@ -51,6 +51,15 @@ protected:
         }
     }
 
+    // The standard output of one run with one argument.
+    QByteArray output(QString const &verb)
+    {
+        m_process.start(QStringLiteral(PREFS_PROGRAM), commonArguments + QStringList{ verb });
+        EXPECT_TRUE(m_process.waitForFinished());
+        m_process.readAllStandardError();
+        return m_process.readAllStandardOutput();
+    }
+
     QStringList commonArguments{ u"--install"_s, path(u"install"_s), u"--user"_s, path(u"user.pref"_s) };
 
     void userFile(QByteArray const &items) const
@@ -84,6 +93,26 @@ TEST_F(PrefsTest, ReadsAndFilters)
             "Key: DOUBLE\nType: double\nCategory: General\nValue: 0.500000\nDefault: 0.500000\nPercentage: yes\n"
             "Locked: no\nOrigin: default\nShort description: \nLong description: \n" },
     });
+}
+
+TEST_F(PrefsTest, ShowsWhatIsKeptBesideThePreferences)
+{
+    writeFile(u"config/Brivant Animation/localcache.xml"_s,
+        "<preferences><string id='LOCAL_CACHE_ROOT' value='" + path(u"cache"_s).toUtf8()
+            + "'/><int id='MAX_COUNT_SCENES_LOCAL_CACHE' value='1'/>"
+              "<string id='e/s/old' value='{\"lastused\":\"2024-01-02T03:04:05\"}'/><string id='e/s/gone' value=''/>"
+              "</preferences>");
+    writeFile(u"cache/e/s/old/file"_s, "x");
+    expect({ { "scenes", 0,
+        "e/s/gone\tunknown\tno cache\tgoes next\ne/s/old\t2024-01-02T03:04:05\tcache\tgoes next\n" } });
+    EXPECT_EQ(readFile(u"cache/e/s/old/file"_s), "x");
+
+    userFile("<int id='XSHEET_LINE_HOLD' value='7'/>");
+    QByteArray const cached = output(u"cached"_s);
+    EXPECT_EQ(cached.count('\n'), 267);
+    EXPECT_TRUE(cached.contains("\nXsheetLineHold\tXSHEET_LINE_HOLD\tint\t7\n"));
+    EXPECT_TRUE(cached.contains("\nNVRigCacheMissingColor\tNV_RIG_CACHE_MISSING_COLOR\tunsigned int\t#ffff0000\n"));
+    expect({ { "cached|--local", 2, "", "main store" } });
 }
 
 TEST_F(PrefsTest, RefusesWrongUsage)

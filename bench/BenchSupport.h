@@ -1,0 +1,23 @@
+#ifndef BENCHSUPPORT_H
+#define BENCHSUPPORT_H
+
+#include "PR_Preference.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+/*! A main store on the shipped definition files, with an empty user file of its own. */
+class BenchStore {
+public:
+    BenchStore();
+
+    PR_Preference *operator->() const { return m_store.get(); }
+    PR_Preference &operator*() const { return *m_store; }
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<PR_Preference> m_store;
+};
+
+#endif

@@ -1,0 +1,3 @@
+#include "ExportedLimit.h"
+
+int exportedInt = 3;

@@ -1,0 +1,6 @@
+#ifndef EXPORTEDLIMIT_H
+#define EXPORTEDLIMIT_H
+
+extern int exportedInt;
+
+#endif

@@ -1,0 +1,120 @@
+#ifndef PR_CACHEREFRESH_P_H
+#define PR_CACHEREFRESH_P_H
+
+#include "PR_BoolItem.h"
+#include "PR_DoubleItem.h"
+#include "PR_IntItem.h"
+#include "PR_Preference.h"
+#include "PR_RgbaItem.h"
+#include "PR_StringItem.h"
+
+#include <tuple>
+#include <typeinfo>
+#include <vector>
+
+/*! Where the cached values come from, found out once for a set of items.
+
+    Most rows copy from the address of an item's value, of a fallback or of a default. A row whose item must be
+   converted (a text to a number, say) is read anew by key at each refresh. Addresses are good as long as the set of
+   items is. */
+class PR_CacheRefresh {
+public:
+    explicit PR_CacheRefresh(PR_Preference const &store)
+        : m_store(store)
+    {
+    }
+
+    /*! Adds a row with a reference read. */
+    template <class Value>
+    void add(Value &target, char const *key, Value const &(PR_Preference::*read)(QString const &) const)
+    {
+        addCopy(target, &(m_store.*read)(QString::fromLatin1(key)));
+    }
+
+    /*! Adds a row with a defaulted read; \a fallback, its default, must outlive this object. */
+    template <class Target, class Value, class Argument>
+    void add(Target &target, char const *key, Value (PR_Preference::*read)(QString const &, Argument) const,
+        Value const &fallback)
+    {
+        PR_PrefItem *const item = m_store.find(QString::fromLatin1(key));
+        if (!item)
+            addCopy(target, &fallback);
+        else if (auto const *typed = dynamic_cast<ItemOf<Value> *>(item); typed && showsItsValue(typed))
+            addCopy(target, &typed->value());
+        else
+            std::get<Rereads<Target, Value, Argument>>(m_rereads).push_back({ &target, key, read, &fallback });
+    }
+
+    /*! Brings all targets up to date with the store. */
+    void run() const
+    {
+        std::apply([](auto const &...copies) { (..., copyAll(copies)); }, m_copies);
+        std::apply([this](auto const &...rereads) { (..., rereadAll(rereads)); }, m_rereads);
+    }
+
+private:
+    template <class Target, class Value> struct Copy {
+        Target *target;
+        Value const *source;
+    };
+    template <class Target, class Value> using Copies = std::vector<Copy<Target, Value>>;
+
+    template <class Target, class Value, class Argument> struct Reread {
+        Target *target;
+        char const *key;
+        Value (PR_Preference::*read)(QString const &, Argument) const;
+        Value const *fallback;
+    };
+    template <class Target, class Value, class Argument> using Rereads = std::vector<Reread<Target, Value, Argument>>;
+
+    // The item class whose value a defaulted read of the type gives as it is.
+    static PR_BoolItem *itemOf(bool);
+    static PR_IntItem *itemOf(int);
+    static PR_RgbaItem *itemOf(unsigned int);
+    static PR_DoubleItem *itemOf(double);
+    static PR_StringItem *itemOf(QString const &);
+    template <class Value> using ItemOf = std::remove_pointer_t<decltype(itemOf(std::declval<Value>()))>;
+
+    static bool showsItsValue(PR_PrefItem const *) { return true; }
+    // A text is read through valueAsString(), which a derived class may change.
+    static bool showsItsValue(PR_StringItem const *item) { return typeid(*item) == typeid(PR_StringItem); }
+
+    template <class Target, class Value> void addCopy(Target &target, Value const *source)
+    {
+        std::get<Copies<Target, Value>>(m_copies).push_back({ &target, source });
+    }
+
+    template <class Target, class Value> static void copyAll(Copies<Target, Value> const &copies)
+    {
+        for (auto const &copy : copies)
+            assign(*copy.target, *copy.source);
+    }
+
+    template <class Target, class Value> static void assign(Target &target, Value value)
+    {
+        target = static_cast<Target>(value);
+    }
+    static void assign(QString &target, QString const &value)
+    {
+        if (!target.isSharedWith(value))
+            target = value;
+    }
+
+    template <class Target, class Value, class Argument>
+    void rereadAll(Rereads<Target, Value, Argument> const &rereads) const
+    {
+        for (auto const &row : rereads)
+            *row.target = static_cast<Target>((m_store.*row.read)(QString::fromLatin1(row.key), *row.fallback));
+    }
+
+    PR_Preference const &m_store;
+    std::tuple<Copies<unsigned int, unsigned int>, Copies<bool, bool>, Copies<int, int>, Copies<double, double>,
+        Copies<QString, QString>, Copies<double, int>, Copies<double, bool>>
+        m_copies;
+    std::tuple<Rereads<unsigned int, unsigned int, unsigned int const &>, Rereads<bool, bool, bool>,
+        Rereads<int, int, int>, Rereads<double, double, double>, Rereads<QString, QString, QString const &>,
+        Rereads<double, int, int>, Rereads<double, bool, bool>>
+        m_rereads;
+};
+
+#endif

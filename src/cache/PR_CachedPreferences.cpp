@@ -1,0 +1,78 @@
+#include "PR_CachedPreferences.h"
+#include "PR_CacheRefresh_p.h"
+#include "PR_Preference_p.h"
+
+#include <cstdio>
+#include <optional>
+
+// The values of all rows.
+#define CACHED_REF(Type, Name, KEY, Read) Type PR_CachedPreferences::_##Name{};
+#define CACHED_OR(Type, Name, KEY, Read, Default) CACHED_REF(Type, Name, KEY, Read)
+#include "PR_CachedValues.def"
+#undef CACHED_OR
+#undef CACHED_REF
+
+namespace {
+// The defaults of the rows that have one.
+#define CACHED_REF(Type, Name, KEY, Read)
+#define CACHED_OR(Type, Name, KEY, Read, Default) auto const defaultOf##Name = Default;
+#include "PR_CachedValues.def"
+#undef CACHED_OR
+#undef CACHED_REF
+
+// The cached store that was constructed last; for the warning about a second one alone.
+PR_CachedPreferences *newestStore = nullptr;
+} // namespace
+
+PR_CachedPreferences::PR_CachedPreferences(QString name)
+    : PR_Preference(std::move(name), false, true)
+{
+    if (newestStore)
+        std::fputs("Cannot instantiate two sets of CachedPreferences\n", stderr);
+    newestStore = this;
+}
+
+PR_CachedPreferences::PR_CachedPreferences(PR_CachedPreferences &other)
+    : PR_Preference(other)
+{
+}
+
+PR_CachedPreferences::~PR_CachedPreferences()
+{
+    newestStore = nullptr;
+}
+
+void PR_CachedPreferences::updateCache()
+{
+    UpdatePreferences(this);
+}
+
+void PR_CachedPreferences::UpdatePreferences(PR_Preference *store)
+{
+    if (!store)
+        return;
+
+    // A stamp is never given twice, so one that is still current also says that the store is the same.
+    // Never destroyed: a host may change its store as late as from a destructor of a global object.
+    static auto &refresh = *new std::optional<PR_CacheRefresh>;
+    static quint64 stamp = 0;
+    if (!refresh || stamp != store->itemSetStamp()) {
+        refresh.emplace(*store);
+        stamp = store->itemSetStamp();
+#define CACHED_REF(Type, Name, KEY, Read) refresh->add(_##Name, KEY, &PR_Preference::Read);
+#define CACHED_OR(Type, Name, KEY, Read, Default) refresh->add(_##Name, KEY, &PR_Preference::Read, defaultOf##Name);
+#include "PR_CachedValues.def"
+#undef CACHED_OR
+#undef CACHED_REF
+    }
+    refresh->run();
+}
+
+// Here and not beside the other stores: the store itself knows nothing of the cache.
+PR_Preference *PR_Preference::createPreference(QString name)
+{
+    auto *const store = new PR_CachedPreferences(std::move(name));
+    store->d->refreshesCache = true;
+    store->emitPreferenceChanged();
+    return store;
+}
