@@ -18,10 +18,7 @@ std::vector<QString> const &cachedKeys()
 {
     static std::vector<QString> const keys{
 #define CACHED_REF(Type, Name, KEY, Read) QStringLiteral(KEY),
-#define CACHED_OR(Type, Name, KEY, Read, Default) CACHED_REF(Type, Name, KEY, Read)
 #include "PR_CachedValues.def"
-#undef CACHED_OR
-#undef CACHED_REF
     };
     return keys;
 }

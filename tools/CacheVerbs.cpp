@@ -27,7 +27,7 @@ QString text(int value)
 
 QString text(double value)
 {
-    return QString::number(value);
+    return QString::number(value, 'f', 6);
 }
 
 QString text(unsigned int color)
@@ -50,21 +50,22 @@ void CacheVerbs::cached(Call const &call)
         throw Failure{ ExitStatus::CannotRead, u"The preferences cannot be loaded."_s };
 #define CACHED_REF(Type, Name, KEY, Read)                                                                              \
     call.out << #Name "\t" KEY "\t" #Type "\t" << text(PR_CachedPreferences::get##Name()) << '\n';
-#define CACHED_OR(Type, Name, KEY, Read, Default) CACHED_REF(Type, Name, KEY, Read)
 #include "PR_CachedValues.def"
-#undef CACHED_OR
-#undef CACHED_REF
 }
 
 void CacheVerbs::scenes(Call const &call)
 {
+    if (call.options.isSet(u"local"_s))
+        throw Failure{ ExitStatus::WrongUsage, u"The local cache has a store of its own."_s };
     std::unique_ptr<PR_LocalCachePref> const store(PR_LocalCachePref::createLocalCachePrefs());
     if (!store)
         throw Failure{ ExitStatus::CannotRead, u"There is no folder for the local cache's settings."_s };
+    if (store->getErrorCode() != PR_Preference::NoError)
+        throw Failure{ ExitStatus::CannotRead, u"The local cache's settings cannot be loaded."_s };
     for (PR_LocalCachePref::RecentScene const &scene : store->recentScenes()) {
         call.out << ValueText::escaped(scene.key) << '\t'
                  << (scene.lastUse.isValid() ? scene.lastUse.toString(Qt::ISODate) : u"unknown"_s) << '\t'
                  << (scene.hasFolder ? "cache"_L1 : "no cache"_L1) << '\t'
-                 << (scene.isLeaving ? "goes next"_L1 : "stays"_L1) << '\n';
+                 << (scene.isLeaving ? "goes next"_L1 : "stays"_L1) << '\t' << ValueText::escaped(scene.folder) << '\n';
     }
 }

@@ -4,17 +4,33 @@
 
 #include "HostPlatform.h"
 #include "PR_FontItem.h"
-#include "PR_PrefConstants.h"
-#include "TULex.h"
 
 #include <QCommandLineParser>
-#include <QDomDocument>
-#include <QFile>
-#include <QFileInfo>
 #include <QFontDatabase>
 #include <QStandardPaths>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+// The user's values without any definitions, in which a font is but a text.
+class UndefinedStore : public PR_Preference {
+public:
+    UndefinedStore(QString const &name, bool local)
+        : PR_Preference(name, local, false)
+    {
+        init();
+    }
+
+protected:
+    Error initPreferences() override
+    {
+        clear();
+        return NoError;
+    }
+};
+} // namespace
 
 QString PrefsStore::nameOf(QCommandLineParser const &options)
 {
@@ -26,10 +42,12 @@ QString PrefsStore::nameOf(QCommandLineParser const &options)
 
 PrefsStore::PrefsStore(Call const &call)
     : PR_Preference(nameOf(call.options), call.options.isSet(u"local"_s), false)
+    , m_isLocal(call.options.isSet(u"local"_s))
 {
     init();
     if (getErrorCode() != NoError)
         throw Failure{ ExitStatus::CannotRead, u"The preferences cannot be loaded."_s };
+    keepFontsOfUser();
 }
 
 PR_PrefItem &PrefsStore::item(QString const &key) const
@@ -55,40 +73,23 @@ void PrefsStore::saveNow()
         throw Failure{ ExitStatus::CannotWrite, u"The change was not saved: %1"_s.arg(status.reason) };
 }
 
-PR_Preference::Error PrefsStore::initPreferences()
-{
-    Error const result = PR_Preference::initPreferences();
-    return result == NoError && addFontsOfUser() ? PR_Preference::initPreferences() : result;
-}
-
 // A font item takes a font that is not there for the first one, and a save would make that the user's choice. So what
-// the user's files name counts as available, whatever is installed on the machine of this run. True when that adds any.
-bool PrefsStore::addFontsOfUser() const
+// the user's files name counts as available, whatever is installed on the machine of this run.
+void PrefsStore::keepFontsOfUser()
 {
-    QStringList fonts = HostPlatform::current().fonts.value_or(QFontDatabase::families());
-    auto const installed = fonts.size();
-    auto const add = [&](QString const &key, QString const &font) {
-        if (dynamic_cast<PR_FontItem *>(find(key)) && !font.isEmpty() && !fonts.contains(font, Qt::CaseInsensitive))
+    HostPlatform &host = HostPlatform::current();
+    auto const report = std::exchange(host.report, [](HostReport const &) {}); // all was said by the load before
+    UndefinedStore const files(getPath(), m_isLocal);
+    QStringList fonts = host.fonts.value_or(QFontDatabase::families());
+    auto const available = fonts.size();
+    for (PR_PrefItem const *item : *this) {
+        QString const font = files.getStringValue(item->getKey(), QString());
+        if (dynamic_cast<PR_FontItem const *>(item) && !font.isEmpty() && !fonts.contains(font, Qt::CaseInsensitive))
             fonts.append(font);
-    };
-
-    QString const file = QFileInfo(getPathXml()).canonicalFilePath();
-    for (QString const &path : { file, QString(file + u'~') }) {
-        QFile input(path);
-        QDomDocument document;
-        if (file.isEmpty() || !input.open(QIODevice::ReadOnly) || !document.setContent(&input))
-            continue;
-        QDomElement element = document.documentElement().firstChildElement();
-        for (; !element.isNull(); element = element.nextSiblingElement())
-            add(element.attribute(kId), element.attribute(kValue));
     }
-    TULex lex;
-    for (lex.openFile(getPath()); !lex.eof();) {
-        QString const key = lex;
-        lex.get(false);
-        add(key, lex);
+    if (fonts.size() > available) {
+        host.fonts = fonts;
+        init();
     }
-
-    HostPlatform::current().fonts = fonts;
-    return fonts.size() > installed;
+    host.report = report;
 }

@@ -21,11 +21,10 @@ public:
     /*! Saves, and makes sure of it. */
     void saveNow();
 
-protected:
-    Error initPreferences() override;
-
 private:
-    bool addFontsOfUser() const;
+    void keepFontsOfUser();
+
+    bool const m_isLocal;
 };
 
 #endif

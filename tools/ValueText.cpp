@@ -160,5 +160,5 @@ QString ValueText::expectedForm(PR_PrefItem &item)
 
 QString ValueText::escaped(QString text)
 {
-    return text.replace(u'\\', "\\\\"_L1).replace(u'\t', "\\t"_L1).replace(u'\n', "\\n"_L1);
+    return text.replace(u'\\', "\\\\"_L1).replace(u'\t', "\\t"_L1).replace(u'\n', "\\n"_L1).replace(u'\r', "\\r"_L1);
 }

@@ -9,7 +9,9 @@
 #include "PR_StringItem.h"
 
 #include <tuple>
+#include <type_traits>
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 /*! Where the cached values come from, found out once for a set of items.

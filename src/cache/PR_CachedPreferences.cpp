@@ -4,21 +4,17 @@
 
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 // The values of all rows.
 #define CACHED_REF(Type, Name, KEY, Read) Type PR_CachedPreferences::_##Name{};
-#define CACHED_OR(Type, Name, KEY, Read, Default) CACHED_REF(Type, Name, KEY, Read)
 #include "PR_CachedValues.def"
-#undef CACHED_OR
-#undef CACHED_REF
 
 namespace {
 // The defaults of the rows that have one.
 #define CACHED_REF(Type, Name, KEY, Read)
 #define CACHED_OR(Type, Name, KEY, Read, Default) auto const defaultOf##Name = Default;
 #include "PR_CachedValues.def"
-#undef CACHED_OR
-#undef CACHED_REF
 
 // The cached store that was constructed last; for the warning about a second one alone.
 PR_CachedPreferences *newestStore = nullptr;
@@ -62,8 +58,6 @@ void PR_CachedPreferences::UpdatePreferences(PR_Preference *store)
 #define CACHED_REF(Type, Name, KEY, Read) refresh->add(_##Name, KEY, &PR_Preference::Read);
 #define CACHED_OR(Type, Name, KEY, Read, Default) refresh->add(_##Name, KEY, &PR_Preference::Read, defaultOf##Name);
 #include "PR_CachedValues.def"
-#undef CACHED_OR
-#undef CACHED_REF
     }
     refresh->run();
 }

@@ -34,19 +34,13 @@ public:
     {                                                                                                                  \
         return KEY;                                                                                                    \
     }
-#define CACHED_OR(Type, Name, KEY, Read, Default) CACHED_REF(Type, Name, KEY, Read)
 #include "PR_CachedValues.def"
-#undef CACHED_OR
-#undef CACHED_REF
 
 private:
     static void UpdatePreferences(PR_Preference *store);
 
 #define CACHED_REF(Type, Name, KEY, Read) static Type _##Name;
-#define CACHED_OR(Type, Name, KEY, Read, Default) CACHED_REF(Type, Name, KEY, Read)
 #include "PR_CachedValues.def"
-#undef CACHED_OR
-#undef CACHED_REF
 };
 
 #endif

@@ -13,9 +13,9 @@ PR_BoolItem::PR_BoolItem(Category category, QString const &key, QDomElement cons
 {
 }
 
-bool PR_BoolItem::readElement(QDomElement const &element, bool &value) const
+bool PR_BoolItem::readElement(PR_ItemElement const &element, bool &value) const
 {
-    value = PR_PrefUtil::elementValue(element) == QLatin1String("Y");
+    value = element.value() == QLatin1String("Y");
     return true;
 }
 
@@ -24,9 +24,9 @@ bool PR_BoolItem::readToken(TULex &lex, bool &value) const
     return lex.get_bool(value);
 }
 
-void PR_BoolItem::appendTo(QDomDocument *document) const
+PR_ItemElement PR_BoolItem::element() const
 {
-    PR_PrefUtil::addElement(document, getTag(), getKey(), m_value ? QStringLiteral("Y") : QStringLiteral("N"), false);
+    return PR_ItemElement::of(getTag(), getKey(), m_value ? QStringLiteral("Y") : QStringLiteral("N"));
 }
 
 QString PR_BoolItem::asString(bool value) const

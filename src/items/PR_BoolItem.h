@@ -13,15 +13,17 @@ public:
     /*! From a definition: "value". */
     PR_BoolItem(Category category, QString const &key, QDomElement const &definition);
 
+    /*! The element that saveXml() appends, apart from a document. */
+    PR_ItemElement element() const;
+
     /*! Makes \a value the user's value; true only when it changed. A locked item reports and refuses. */
     bool setValue(bool value) { return changeValue(value); }
 
 private:
     friend class PR_TypedItem<PR_BoolItem, bool>;
 
-    bool readElement(QDomElement const &element, bool &value) const;
+    bool readElement(PR_ItemElement const &element, bool &value) const;
     bool readToken(TULex &lex, bool &value) const;
-    void appendTo(QDomDocument *document) const;
     QString asString(bool value) const;
 };
 

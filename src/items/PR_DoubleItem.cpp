@@ -20,10 +20,10 @@ void PR_DoubleItem::copy(PR_PrefItem *other)
     m_percentage = static_cast<PR_DoubleItem *>(other)->m_percentage;
 }
 
-bool PR_DoubleItem::readElement(QDomElement const &element, double &value) const
+bool PR_DoubleItem::readElement(PR_ItemElement const &element, double &value) const
 {
     bool ok = false;
-    value = PR_PrefUtil::elementValue(element).toDouble(&ok);
+    value = element.value().toDouble(&ok);
     return ok;
 }
 
@@ -32,9 +32,9 @@ bool PR_DoubleItem::readToken(TULex &lex, double &value) const
     return lex.get_double(value);
 }
 
-void PR_DoubleItem::appendTo(QDomDocument *document) const
+PR_ItemElement PR_DoubleItem::element() const
 {
-    PR_PrefUtil::addElement(document, getTag(), getKey(), QString::number(m_value, 'g', 6), false);
+    return PR_ItemElement::of(getTag(), getKey(), QString::number(m_value, 'g', 6));
 }
 
 QString PR_DoubleItem::asString(double value) const

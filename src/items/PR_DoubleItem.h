@@ -18,6 +18,9 @@ public:
     /*! Whether an editor shows the value, a fraction, as a percentage; changes no conversion. */
     bool percentage() const { return m_percentage; }
 
+    /*! The element that saveXml() appends, apart from a document. */
+    PR_ItemElement element() const;
+
     /*! Makes \a value the user's value; true only when it changed, as NaN always does. A locked item reports and
         refuses. */
     bool setValue(double value) { return changeValue(value); }
@@ -25,9 +28,8 @@ public:
 private:
     friend class PR_TypedItem<PR_DoubleItem, double>;
 
-    bool readElement(QDomElement const &element, double &value) const;
+    bool readElement(PR_ItemElement const &element, double &value) const;
     bool readToken(TULex &lex, double &value) const;
-    void appendTo(QDomDocument *document) const;
     QString asString(double value) const;
 
     bool m_percentage = false;

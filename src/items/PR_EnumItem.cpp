@@ -80,7 +80,7 @@ int PR_EnumItem::indexDisplay(QString const &name) const
     return qMax(0, int(m_displayNames.indexOf(name)));
 }
 
-bool PR_EnumItem::readElement(QDomElement const &element, int &value)
+bool PR_EnumItem::readElement(PR_ItemElement const &element, int &value)
 {
     m_nameRead = element.attribute(kValue);
     value = index(m_nameRead);
@@ -95,9 +95,9 @@ bool PR_EnumItem::readToken(TULex &lex, int &value)
     return true;
 }
 
-void PR_EnumItem::appendTo(QDomDocument *document) const
+PR_ItemElement PR_EnumItem::element() const
 {
     // Without choices the name could not be looked up: a process without fonts must not lose the user's font.
     bool const keepsName = m_nameCount == 0 && !m_nameRead.isEmpty() && getOrigin() == OriginUser;
-    PR_PrefUtil::addElement(document, getTag(), getKey(), keepsName ? m_nameRead : valueAsString(), false);
+    return PR_ItemElement::of(getTag(), getKey(), keepsName ? m_nameRead : valueAsString());
 }

@@ -25,6 +25,9 @@ public:
     virtual QString valueAsDisplayString() const;
     virtual QString defaultValueAsDisplayString() const;
 
+    /*! The element that saveXml() appends, apart from a document. */
+    PR_ItemElement element() const;
+
     /*! Makes the choice \a value the user's; true only when it changed. The index is not tested. A locked item reports
         and refuses. */
     bool setValue(int value);
@@ -52,9 +55,8 @@ protected:
 private:
     friend class PR_TypedItem<PR_EnumItem, int>;
 
-    bool readElement(QDomElement const &element, int &value);
+    bool readElement(PR_ItemElement const &element, int &value);
     bool readToken(TULex &lex, int &value);
-    void appendTo(QDomDocument *document) const;
 
     QString m_nameRead; // the user's choice as a file named it; saved again while there are no choices
 };

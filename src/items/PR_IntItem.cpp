@@ -34,10 +34,10 @@ void PR_IntItem::copy(PR_PrefItem *other)
     m_maximum = item->m_maximum;
 }
 
-bool PR_IntItem::readElement(QDomElement const &element, int &value) const
+bool PR_IntItem::readElement(PR_ItemElement const &element, int &value) const
 {
     bool ok = false;
-    value = PR_PrefUtil::elementValue(element).toInt(&ok);
+    value = element.value().toInt(&ok);
     return ok;
 }
 
@@ -46,9 +46,9 @@ bool PR_IntItem::readToken(TULex &lex, int &value) const
     return lex.get_int(value);
 }
 
-void PR_IntItem::appendTo(QDomDocument *document) const
+PR_ItemElement PR_IntItem::element() const
 {
-    PR_PrefUtil::addElement(document, getTag(), getKey(), QString::number(m_value), false);
+    return PR_ItemElement::of(getTag(), getKey(), QString::number(m_value));
 }
 
 QString PR_IntItem::asString(int value) const

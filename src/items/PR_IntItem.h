@@ -19,6 +19,9 @@ public:
     int minValue() const { return m_minimum; }
     int maxValue() const { return m_maximum; }
 
+    /*! The element that saveXml() appends, apart from a document. */
+    PR_ItemElement element() const;
+
     /*! Makes \a value the user's value; true only when it changed. A locked item reports and refuses. */
     bool setValue(int value) { return changeValue(value); }
     /*! Replaces the default alone; current value and origin stay. */
@@ -27,9 +30,8 @@ public:
 private:
     friend class PR_TypedItem<PR_IntItem, int>;
 
-    bool readElement(QDomElement const &element, int &value) const;
+    bool readElement(PR_ItemElement const &element, int &value) const;
     bool readToken(TULex &lex, int &value) const;
-    void appendTo(QDomDocument *document) const;
     QString asString(int value) const;
 
     int m_minimum;

@@ -71,9 +71,9 @@ QKeySequence PR_KeyItem::parse(QString const &text)
     return code == 0 ? QKeySequence() : QKeySequence(code + keypadOffset);
 }
 
-bool PR_KeyItem::readElement(QDomElement const &element, QKeySequence &shortcut) const
+bool PR_KeyItem::readElement(PR_ItemElement const &element, QKeySequence &shortcut) const
 {
-    shortcut = parse(PR_PrefUtil::elementValue(element));
+    shortcut = parse(element.value());
     return true;
 }
 
@@ -84,14 +84,14 @@ bool PR_KeyItem::readToken(TULex &lex, QKeySequence &shortcut) const
     return true;
 }
 
-void PR_KeyItem::appendTo(QDomDocument *document) const
+PR_ItemElement PR_KeyItem::element() const
 {
     QString text = asString(m_value);
     for (NamedKey const &key : namedKeys) {
         if (firstKey(m_value) == key.code)
             text = QString::fromLatin1(key.name);
     }
-    PR_PrefUtil::addElement(document, getTag(), getKey(), text, false);
+    return PR_ItemElement::of(getTag(), getKey(), text);
 }
 
 QString PR_KeyItem::asString(QKeySequence const &shortcut) const

@@ -20,6 +20,9 @@ public:
 
     Type getType() const override;
 
+    /*! The element that saveXml() appends, apart from a document. */
+    PR_ItemElement element() const;
+
     /*! Makes the key \a code the user's shortcut; true only when it changed. A locked item reports and refuses. */
     bool setValue(int code);
 
@@ -31,9 +34,8 @@ private:
     friend class PR_TypedItem<PR_KeyItem, QKeySequence>;
 
     static QKeySequence parse(QString const &text);
-    bool readElement(QDomElement const &element, QKeySequence &shortcut) const;
+    bool readElement(PR_ItemElement const &element, QKeySequence &shortcut) const;
     bool readToken(TULex &lex, QKeySequence &shortcut) const;
-    void appendTo(QDomDocument *document) const;
     QString asString(QKeySequence const &shortcut) const;
 };
 

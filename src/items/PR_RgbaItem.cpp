@@ -9,19 +9,26 @@ struct Channel {
     int shift;
 };
 
-// In the order in which texts list them.
-Channel const channels[] = { { kRed, 16 }, { kGreen, 8 }, { kBlue, 0 }, { kAlpha, 24 } };
+Channel const redChannel{ kRed, 16 };
+Channel const greenChannel{ kGreen, 8 };
+Channel const blueChannel{ kBlue, 0 };
+Channel const alphaChannel{ kAlpha, 24 };
 
 int channelValue(unsigned int color, Channel const &channel)
 {
     return int((color >> channel.shift) & 0xFF);
 }
 
-unsigned int colorOf(QDomElement const &element, int missingAlpha)
+template <class Element> unsigned int colorOf(Element const &element, int alpha)
 {
     auto const number = [&element](QString const &attribute) { return element.attribute(attribute).toInt(); };
-    return PR_RgbaItem::pack(
-        number(kRed), number(kGreen), number(kBlue), element.hasAttribute(kAlpha) ? number(kAlpha) : missingAlpha);
+    return PR_RgbaItem::pack(number(kRed), number(kGreen), number(kBlue), alpha);
+}
+
+// A definition without alpha is opaque.
+int alphaOf(QDomElement const &definition)
+{
+    return definition.hasAttribute(kAlpha) ? definition.attribute(kAlpha).toInt() : 255;
 }
 } // namespace
 
@@ -31,7 +38,7 @@ PR_RgbaItem::PR_RgbaItem(Category category, QString const &key, unsigned int col
 }
 
 PR_RgbaItem::PR_RgbaItem(Category category, QString const &key, QDomElement const &definition)
-    : PR_RgbaItem(category, key, colorOf(definition, 255))
+    : PR_RgbaItem(category, key, colorOf(definition, alphaOf(definition)))
 {
 }
 
@@ -46,9 +53,9 @@ unsigned int PR_RgbaItem::pack(int red, int green, int blue, int alpha)
     return low(alpha) << 24 | low(red) << 16 | low(green) << 8 | low(blue);
 }
 
-bool PR_RgbaItem::readElement(QDomElement const &element, unsigned int &color) const
+bool PR_RgbaItem::readElement(PR_ItemElement const &element, unsigned int &color) const
 {
-    color = colorOf(element, 0);
+    color = colorOf(element, element.attribute(kAlpha).toInt());
     return true;
 }
 
@@ -61,17 +68,18 @@ bool PR_RgbaItem::readToken(TULex &lex, unsigned int &color) const
     return true;
 }
 
-void PR_RgbaItem::appendTo(QDomDocument *document) const
+PR_ItemElement PR_RgbaItem::element() const
 {
-    QDomElement element = PR_PrefUtil::appendElement(document, getTag(), getKey());
-    for (Channel const &channel : channels)
-        element.setAttribute(channel.attribute, channelValue(m_value, channel));
+    auto element = PR_ItemElement::of(getTag(), getKey());
+    for (Channel const &channel : { alphaChannel, blueChannel, greenChannel, redChannel })
+        element.add(channel.attribute, QString::number(channelValue(m_value, channel)));
+    return element;
 }
 
 QString PR_RgbaItem::asString(unsigned int color) const
 {
     QString text = QStringLiteral("(%1 %2 %3 %4)");
-    for (Channel const &channel : channels)
+    for (Channel const &channel : { redChannel, greenChannel, blueChannel, alphaChannel })
         text = text.arg(channelValue(color, channel), 3, 10, QLatin1Char(' '));
     return text;
 }

@@ -16,6 +16,9 @@ public:
 
     Type getType() const override;
 
+    /*! The element that saveXml() appends, apart from a document. */
+    PR_ItemElement element() const;
+
     /*! Makes \a color the user's colour; true only when it changed. A locked item reports and refuses. */
     bool setValue(unsigned int color) { return changeValue(color); }
 
@@ -25,9 +28,8 @@ public:
 private:
     friend class PR_TypedItem<PR_RgbaItem, unsigned int>;
 
-    bool readElement(QDomElement const &element, unsigned int &color) const;
+    bool readElement(PR_ItemElement const &element, unsigned int &color) const;
     bool readToken(TULex &lex, unsigned int &color) const;
-    void appendTo(QDomDocument *document) const;
     QString asString(unsigned int color) const;
 };
 

@@ -49,9 +49,9 @@ unsigned int PR_StringItem::valueAsRgba(bool &ok) const
     return ok ? PR_RgbaItem::pack(channels[0], channels[1], channels[2], channels[3]) : 0;
 }
 
-bool PR_StringItem::readElement(QDomElement const &element, QString &text) const
+bool PR_StringItem::readElement(PR_ItemElement const &element, QString &text) const
 {
-    text = PR_PrefUtil::elementValue(element);
+    text = element.value();
     return true;
 }
 
@@ -62,7 +62,7 @@ bool PR_StringItem::readToken(TULex &lex, QString &text) const
     return true;
 }
 
-void PR_StringItem::appendTo(QDomDocument *document) const
+PR_ItemElement PR_StringItem::element() const
 {
-    PR_PrefUtil::addElement(document, getTag(), getKey(), m_value, m_value.contains(u'\n'));
+    return PR_ItemElement::of(getTag(), getKey(), m_value, m_value.contains(u'\n'));
 }

@@ -13,6 +13,9 @@ public:
     /*! From a definition: "value". */
     PR_StringItem(Category category, QString const &key, QDomElement const &definition);
 
+    /*! The element that saveXml() appends, apart from a document. */
+    PR_ItemElement element() const;
+
     /*! Makes \a text the user's text; true only when it changed. A locked item reports and refuses. */
     bool setValue(QString const &text) { return changeValue(text); }
 
@@ -28,9 +31,8 @@ public:
 private:
     friend class PR_TypedItem<PR_StringItem, QString>;
 
-    bool readElement(QDomElement const &element, QString &text) const;
+    bool readElement(PR_ItemElement const &element, QString &text) const;
     bool readToken(TULex &lex, QString &text) const;
-    void appendTo(QDomDocument *document) const;
     QString asString(QString const &text) const { return text; }
 };
 

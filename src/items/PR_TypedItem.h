@@ -3,13 +3,15 @@
 
 #include "PR_PrefItem.h"
 
+struct PR_ItemElement;
+
 /*! The rules that all items share for setting, loading, saving and copying a value of the type \a Value.
 
     \a Item, the class derived from this one, says only what is particular to it; it has these members and makes this
     class its friend:
-    - bool readElement(QDomElement const &, Value &): the value of a user's element; false when it is none.
+    - bool readElement(PR_ItemElement const &, Value &): the value of a user's element; false when it is none.
     - bool readToken(TULex &, Value &): the value at the current token, and past it; false when it is none.
-    - void appendTo(QDomDocument *) const: appends the element of the current value.
+    - PR_ItemElement element() const: the element of the current value.
     - QString asString(Value) const: the text to show. */
 template <class Item, class Value> class BRIVANT_PREFERENCE_EXPORT PR_TypedItem : public PR_PrefItem {
 public:
@@ -23,6 +25,11 @@ public:
     Type getType() const override;
     QString valueAsString() const override;
     QString defaultValueAsString() const override;
+
+    /*! loadXml() for an element apart from a document. */
+    bool loadElement(PR_ItemElement const &element);
+    /*! Whether saveXml() writes the item. */
+    bool isSaved(bool force) const { return force || getOrigin() == OriginUser; }
 
     /*! Valid until the item is deleted; shows every later change. */
     Value const &value() const { return m_value; }

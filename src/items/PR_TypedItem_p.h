@@ -1,9 +1,8 @@
 #ifndef PR_TYPEDITEM_P_H
 #define PR_TYPEDITEM_P_H
 
+#include "PR_ItemElement_p.h"
 #include "PR_PrefConstants.h"
-#include "PR_PrefUtil.h"
-#include "PR_PrefUtil_p.h"
 #include "PR_TypedItem.h"
 #include "TULex.h"
 
@@ -21,8 +20,13 @@ template <class Item, class Value> PR_TypedItem<Item, Value>::~PR_TypedItem() = 
 
 template <class Item, class Value> bool PR_TypedItem<Item, Value>::loadXml(QDomElement const &element)
 {
+    return loadElement(PR_ItemElement::of(element));
+}
+
+template <class Item, class Value> bool PR_TypedItem<Item, Value>::loadElement(PR_ItemElement const &element)
+{
     Value value{};
-    if (element.attribute(kId) != getKey() || !item().readElement(element, value))
+    if (element.id != getKey() || !item().readElement(element, value))
         return false;
     takeUserValue(value);
     return true;
@@ -59,8 +63,8 @@ template <class Item, class Value> bool PR_TypedItem<Item, Value>::changeValue(V
 
 template <class Item, class Value> void PR_TypedItem<Item, Value>::saveXml(QDomDocument *document, bool force)
 {
-    if (force || getOrigin() == OriginUser)
-        item().appendTo(document);
+    if (isSaved(force))
+        item().element().appendTo(document);
 }
 
 template <class Item, class Value> void PR_TypedItem<Item, Value>::defaultInUser()

@@ -7,6 +7,8 @@
 
 #include <QSet>
 
+#include <utility>
+
 namespace {
 QString rootKey()
 {

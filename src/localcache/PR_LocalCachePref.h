@@ -44,6 +44,7 @@ public:
     using PR_Preference::constEnd;
     using PR_Preference::deleteKey;
     using PR_Preference::getBoolValue;
+    using PR_Preference::getErrorCode;
     using PR_Preference::save;
     using PR_Preference::setBoolValue;
 

@@ -2,6 +2,7 @@
 
 #include "PR_PrefItem.h"
 
+#include "NativePath_p.h"
 #include "PL_FileSpec.h"
 #include "UT_Json.h"
 #include "tufile.h"
@@ -11,7 +12,10 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
+
+namespace fs = std::filesystem;
 
 namespace {
 QString lastUsedMember()
@@ -19,18 +23,27 @@ QString lastUsedMember()
     return QStringLiteral("lastused");
 }
 
+// Whether a path names a folder or something below it. By the identity of the folders: texts that differ may name one.
 bool isOrLiesBelow(QString const &path, QString const &folder)
 {
-    return path == folder
-        || path.startsWith(folder.endsWith(QLatin1Char('/')) ? folder : QString(folder + QLatin1Char('/')));
+    fs::path const wanted = nativePath(folder);
+    std::error_code ignored;
+    for (fs::path at = nativePath(path); !at.empty(); at = at.parent_path()) {
+        if (fs::equivalent(at, wanted, ignored))
+            return true;
+        if (at == at.parent_path())
+            break;
+    }
+    return false;
 }
 
-// A path with the links of its folders resolved, but not a link that it names itself.
+// A path with the links of its folders resolved, but not a link that it names itself; empty when there is no such
+// folder.
 QString placeOf(QString const &path)
 {
     QFileInfo const info(path);
     QString const folder = QFileInfo(info.path()).canonicalFilePath();
-    return folder.isEmpty() ? QString() : QDir(folder).filePath(info.fileName());
+    return folder.isEmpty() ? QString() : QString(folder + QLatin1Char('/') + info.fileName());
 }
 } // namespace
 
@@ -95,19 +108,19 @@ std::vector<PR_RecentScenes::Scene> PR_RecentScenes::leaving(int limit) const
 
 bool PR_RecentScenes::removeFolder(QString const &key, QString const &currentScene) const
 {
-    // Keys come from a file: parts such as ".." and links must not lead out of the root.
-    QString const folder = folderOf(key);
-    QString const name = key.section(QLatin1Char('/'), -1);
-    QString const root = m_root.isEmpty() ? QString() : QFileInfo(m_root).canonicalFilePath();
-    QString const place = placeOf(folder);
-    if (root.isEmpty() || place.isEmpty() || name == QLatin1String(".") || name == QLatin1String("..")
-        || !isOrLiesBelow(QFileInfo(place).path(), root))
+    // Keys come from a file: neither parts such as ".." nor links may lead out of the root.
+    QStringList const parts = key.split(QLatin1Char('/'));
+    QString const place = placeOf(folderOf(key));
+    if (parts.contains(QLatin1String(".")) || parts.contains(QLatin1String("..")) || m_root.isEmpty() || place.isEmpty()
+        || !isOrLiesBelow(QFileInfo(place).path(), QFileInfo(m_root).canonicalFilePath()))
         return false;
-
-    QString const current = folderOf(currentScene);
-    for (QString const &kept : { placeOf(current), QFileInfo(current).canonicalFilePath() }) {
-        if (isOrLiesBelow(kept, place))
+    // Only a link goes: what it leads to stays.
+    if (!QFileInfo(place).isSymLink()) {
+        QString const current = folderOf(currentScene);
+        if (isOrLiesBelow(placeOf(current), place) || isOrLiesBelow(current, place) || isOrLiesBelow(place, current))
             return false;
+    } else if (placeOf(folderOf(currentScene)) == place) {
+        return false;
     }
     return tufile::rmIfExists(place);
 }

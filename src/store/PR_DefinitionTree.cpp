@@ -53,7 +53,7 @@ PR_DefinitionTree::PR_DefinitionTree(PR_XmlFile const &mainFile)
 
 void PR_DefinitionTree::append(QString const &path)
 {
-    PR_XmlFile const file = PR_XmlFile::read(oswRemapPath::RemapPath2(path));
+    PR_XmlFile const file = PR_XmlFile::readDocument(oswRemapPath::RemapPath2(path));
     QDomElement root = m_document.documentElement();
     QDomNode const otherRoot = file.document.documentElement();
     for (QDomNode node = otherRoot.firstChild(); !node.isNull(); node = node.nextSibling())

@@ -1,20 +1,27 @@
 #include "PR_ItemSet_p.h"
 
 #include <atomic>
+#include <typeinfo>
 
-template <class... Items> PR_ItemSet::Entry::Kind PR_ItemSet::Entry::firstKind(PR_PrefItem *item)
+template <class... Items> void PR_ItemSet::Entry::findKind()
 {
-    Kind kind = Kind::Other;
-    (void)(... || (dynamic_cast<Items *>(item) ? (kind = kindOf(static_cast<Items *>(nullptr)), true) : false));
-    return kind;
+    auto const is = [this](auto *typed, bool fits) {
+        if (fits)
+            m_kind = kindOf(typed);
+        return fits;
+    };
+    // Nearly all items are of just one of the classes, which is told faster than that they are derived from it.
+    m_isOwn = (... || is(static_cast<Items *>(nullptr), typeid(*m_item) == typeid(Items)));
+    if (!m_isOwn)
+        (void)(... || is(static_cast<Items *>(nullptr), dynamic_cast<Items *>(m_item) != nullptr));
 }
 
 PR_ItemSet::Entry::Entry(PR_PrefItem *item)
     : m_item(item)
-    // A font is an enumeration too: the derived class first.
-    , m_kind(firstKind<PR_BoolItem, PR_IntItem, PR_StringItem, PR_RgbaItem, PR_DoubleItem, PR_KeyItem, PR_FontItem,
-          PR_EnumItem>(item))
 {
+    // A font is an enumeration too: the derived class first.
+    findKind<PR_BoolItem, PR_IntItem, PR_StringItem, PR_RgbaItem, PR_DoubleItem, PR_KeyItem, PR_FontItem,
+        PR_EnumItem>();
 }
 
 PR_ItemSet::~PR_ItemSet()

@@ -36,8 +36,17 @@ public:
             return m_kind == kindOf(static_cast<T *>(nullptr)) || isFontAsEnum ? static_cast<T *>(m_item) : nullptr;
         }
 
+        /*! Calls \a function with the item as its own class, one of the library's; false, and no call, for an item of
+           another class, which may do things its own way. */
+        template <class Function> bool visitOwn(Function const &function) const
+        {
+            return m_isOwn
+                && visitFirst<Function, PR_BoolItem, PR_IntItem, PR_StringItem, PR_RgbaItem, PR_DoubleItem, PR_KeyItem,
+                    PR_EnumItem>(function);
+        }
+
     private:
-        enum class Kind { Other, Shortcut, Bool, Int, Double, Rgba, Enum, Font, String };
+        enum class Kind : quint8 { Other, Shortcut, Bool, Int, Double, Rgba, Enum, Font, String };
 
         static constexpr Kind kindOf(PR_KeyItem *) { return Kind::Shortcut; }
         static constexpr Kind kindOf(PR_BoolItem *) { return Kind::Bool; }
@@ -48,10 +57,21 @@ public:
         static constexpr Kind kindOf(PR_EnumItem *) { return Kind::Enum; }
         static constexpr Kind kindOf(PR_StringItem *) { return Kind::String; }
 
-        template <class... Items> static Kind firstKind(PR_PrefItem *item);
+        template <class... Items> void findKind();
+
+        template <class Function, class... Items> bool visitFirst(Function const &function) const
+        {
+            auto const visit = [&function](auto *item) {
+                if (item)
+                    function(item);
+                return item != nullptr;
+            };
+            return (... || visit(as<Items>()));
+        }
 
         PR_PrefItem *m_item = nullptr;
         Kind m_kind = Kind::Other;
+        bool m_isOwn = false; // of just that class
     };
 
     using Items = std::set<PR_PrefItem *, PR_PrefCmp>;

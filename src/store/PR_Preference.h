@@ -184,7 +184,6 @@ private:
     Error loadValues();
     Error loadXml();
     void loadText(QString const &path);
-    void loadElement(QDomElement const &element);
     QByteArray userFileBytes() const;
     void keepPresentFile(QString const &path);
 

@@ -74,19 +74,11 @@ QString PR_Preference::getPrefsSetXMLPath()
     QString const path = getPathXml();
     if (path.isEmpty())
         return {};
-    PR_XmlFile const file = PR_XmlFile::read(path);
-    reportUnreadable(file, path);
-    d->parsedUserFile = file;
-
-    QDomNodeList const strings = file.document.elementsByTagName(QStringLiteral("string"));
-    for (int i = 0; i < strings.size(); ++i) {
-        QDomElement const element = strings.at(i).toElement();
-        if (element.attribute(kId) == QLatin1String("PREFERENCE_SET")) {
-            QString const name = element.attribute(kValue);
-            return name.isEmpty() ? QString() : PR_DefinitionTree::setPath(name);
-        }
-    }
-    return {};
+    PR_UserFile const userFile(path);
+    reportUnreadable(userFile.file(), path);
+    d->userFile = userFile;
+    QString const &name = userFile.preferenceSet();
+    return name.isEmpty() ? QString() : PR_DefinitionTree::setPath(name);
 }
 
 PR_Preference::Error PR_Preference::initPreferences()
@@ -95,7 +87,7 @@ PR_Preference::Error PR_Preference::initPreferences()
     QString const path = d->isLocal ? getLocalPrefsXMLPath() : getPrefsXMLPath();
     if (path.isEmpty())
         return DefaultFileNotFound;
-    PR_XmlFile const mainFile = PR_XmlFile::read(oswRemapPath::RemapPath2(path));
+    PR_XmlFile const mainFile = PR_XmlFile::readDocument(oswRemapPath::RemapPath2(path));
     reportUnreadable(mainFile, path);
     if (mainFile.state != PR_XmlFile::Read)
         return DefaultFileNotFound;

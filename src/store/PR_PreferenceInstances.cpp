@@ -34,6 +34,9 @@ PR_Preference::PR_Preference(PR_Preference &other)
     : QObject()
     , d(std::make_unique<Private>(other.d->path, other.d->isLocal))
 {
+    // The user's file is as much at risk from the copy.
+    d->loadFailed = other.d->loadFailed;
+    d->backedUpSinceLoad = other.d->backedUpSinceLoad;
     copy(other);
 }
 

@@ -1,10 +1,8 @@
 #include "PR_PreferenceMessages_p.h"
 #include "PR_Preference_p.h"
-#include "PR_UserFileFormat_p.h"
+#include "PR_UserFileWriter_p.h"
 
 #include "PR_PrefConstants.h"
-#include "PR_PrefUtil.h"
-#include "PR_PrefUtil_p.h"
 
 #include "PL_FileUtil.h"
 #include "TULex.h"
@@ -27,7 +25,7 @@ namespace {
 QString writeToDisk(QFile &file, QByteArray const &bytes)
 {
     // An error of QFile does not tell of a write that was cut short.
-    if (file.write(bytes) != bytes.size() || !file.flush())
+    if (file.write(bytes) != bytes.size() || !file.flush() || file.size() != bytes.size())
         return file.error() == QFile::NoError ? qt_error_string(ENOSPC) : file.errorString();
 #ifdef Q_OS_UNIX
     if (fsync(file.handle()) != 0)
@@ -40,8 +38,9 @@ QString writeToDisk(QFile &file, QByteArray const &bytes)
 bool openNewFile(QFile &file, QString const &replaced)
 {
     if (file.fileName() != replaced) // the same for a circle of links
-        file.remove(); // left by a dead process, it may be a link to anything
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
+        QFile::remove(file.fileName()); // left by a dead process, it may be a link to anything
+    if (!file.open(
+            QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered, QFile::ReadOwner | QFile::WriteOwner))
         return false;
     // What the running user may do besides is no part of the mode. Some file systems have no modes.
     if (QFile::exists(replaced))
@@ -69,7 +68,7 @@ std::unique_ptr<PR_PrefItem> createUndefinedItem(QString const &type, QString co
 PR_Preference::Error PR_Preference::load()
 {
     Error const result = loadValues();
-    d->parsedUserFile.reset();
+    d->userFile.reset();
     d->loadFailed = result != NoError;
     d->backedUpSinceLoad = false;
     return result;
@@ -137,7 +136,7 @@ void PR_Preference::loadText(QString const &path)
 
 PR_Preference::Error PR_Preference::loadXml()
 {
-    d->parsedUserFile.reset();
+    d->userFile.reset();
     Error const result = initPreferences();
     if (result != NoError)
         return result;
@@ -147,61 +146,78 @@ PR_Preference::Error PR_Preference::loadXml()
     if (path.isEmpty() || !tufile::fileExists(path) || mapped.isEmpty())
         return NoError;
 
-    PR_XmlFile file =
-        d->parsedUserFile && d->parsedUserFile->path == mapped ? *d->parsedUserFile : PR_XmlFile::read(mapped);
-    if (file.state == PR_XmlFile::CannotOpen) {
+    if (!d->userFile || d->userFile->file().path != mapped)
+        d->userFile.emplace(mapped);
+    PR_UserFile const *userFile = &*d->userFile;
+    if (userFile->file().state == PR_XmlFile::CannotOpen) {
         PR_PreferenceMessages::report(PR_PreferenceMessages::FileNotFound, MSG_Scope::Error, path);
         return FileNotFound;
     }
-    if (file.state == PR_XmlFile::NotXml && PL_FileUtil::RestoreBackupFile(PL_FileSpec(UT_String(mapped)), true)) {
-        file = PR_XmlFile::read(mapped);
-        if (file.state != PR_XmlFile::CannotOpen)
+    if (userFile->file().state == PR_XmlFile::NotXml
+        && PL_FileUtil::RestoreBackupFile(PL_FileSpec(UT_String(mapped)), true)) {
+        userFile = &d->userFile.emplace(mapped);
+        if (userFile->file().state != PR_XmlFile::CannotOpen)
             PR_PreferenceMessages::report(PR_PreferenceMessages::BackupRestored, MSG_Scope::Notice, path);
     }
-    if (file.state != PR_XmlFile::Read) {
+    if (userFile->file().state != PR_XmlFile::Read) {
         PR_PreferenceMessages::report(PR_PreferenceMessages::DefaultsLoaded, MSG_Scope::Notice, path);
         return FileCorrupted;
     }
 
-    d->goodFile = file.version;
-    QDomElement const root = file.document.documentElement();
-    for (QDomElement element = root.firstChildElement(); !element.isNull(); element = element.nextSiblingElement())
-        loadElement(element);
+    d->goodFile = userFile->file().version;
+    for (PR_UserFile::Element const &element : userFile->elements())
+        d->loadElement(*this, element);
     return NoError;
 }
 
-void PR_Preference::loadElement(QDomElement const &element)
+void PR_Preference::Private::loadElement(PR_Preference &store, PR_UserFile::Element const &element)
 {
-    QString key;
-    QString value;
-    bool const hasKey = PR_PrefUtil::attributes(element, &key, &value);
-    auto const held = d->items.find(key);
-    if ((held && held->loadXml(element)) || !hasKey)
-        return;
+    auto const isTakenBy = [&element](PR_ItemSet::Entry const &entry) {
+        bool taken = false;
+        if (!entry.visitOwn([&](auto *item) { taken = item->loadElement(element.content); })) {
+            QDomDocument document;
+            taken = entry->loadXml(element.dom.isNull() ? element.content.toDom(document) : element.dom);
+        }
+        return taken;
+    };
 
-    auto item = createUndefinedItem(element.tagName(), key);
-    if (!item || !item->loadXml(element))
-        setStringValue(key, value);
+    QString const &key = element.content.id;
+    auto const held = items.find(key);
+    if ((held && isTakenBy(held)) || key.isEmpty())
+        return;
+    auto item = createUndefinedItem(element.content.tag, key);
+    if (!item || !isTakenBy(PR_ItemSet::Entry(item.get())))
+        store.setStringValue(key, element.content.value());
     else if (!held)
-        d->items.insert(std::move(item));
+        items.insert(std::move(item));
 }
 
 QByteArray PR_Preference::userFileBytes() const
 {
-    QDomDocument document;
-    document.appendChild(document.createElement(kPref));
+    PR_UserFileWriter writer;
     QSet<QString> mendedKeys;
     for (PR_PrefItem *item : *this) {
         // Without the characters that XML cannot hold, a key must not become that of another item.
-        QString const key = PR_PrefUtil::xmlText(item->getKey());
+        QString const key = PR_ItemElement::xmlText(item->getKey());
         if (key != item->getKey()) {
             if (key.isEmpty() || d->items.find(key) || mendedKeys.contains(key))
                 continue;
             mendedKeys.insert(key);
         }
-        item->saveXml(&document, false);
+        auto const write = [&](auto *typed) {
+            if (typed->isSaved(false))
+                writer.add(typed->element());
+        };
+        if (!d->items.find(item->getKey()).visitOwn(write)) {
+            QDomDocument document;
+            document.appendChild(document.createElement(kPref));
+            item->saveXml(&document, false);
+            QDomElement element = document.documentElement().firstChildElement();
+            for (; !element.isNull(); element = element.nextSiblingElement())
+                writer.add(element);
+        }
     }
-    return PR_UserFileFormat::toBytes(document);
+    return writer.bytes();
 }
 
 // Keeps the file that is to be replaced: as the backup, or for repair when it cannot be read. A good backup is never
@@ -210,7 +226,7 @@ void PR_Preference::keepPresentFile(QString const &path)
 {
     PL_FileSpec const spec{ UT_String(path) };
     bool const unchanged = PR_FileState::of(path) == d->goodFile;
-    if (!unchanged && PR_XmlFile::read(path).state == PR_XmlFile::NotXml) {
+    if (!unchanged && PR_UserFile(path).file().state == PR_XmlFile::NotXml) {
         PL_FileUtil::KeepDamagedFile(spec);
         return;
     }

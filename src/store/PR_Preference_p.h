@@ -3,7 +3,7 @@
 
 #include "PR_ItemSet_p.h"
 #include "PR_Preference.h"
-#include "PR_XmlFile_p.h"
+#include "PR_UserFile_p.h"
 
 #include <limits>
 #include <optional>
@@ -12,6 +12,8 @@
 class PR_Preference::Private {
 public:
     Private(QString const &name, bool local);
+
+    void loadElement(PR_Preference &store, PR_UserFile::Element const &element);
 
     bool refreshesCache = false;
     Error error = NoError;
@@ -40,7 +42,7 @@ public:
     bool backedUpSinceLoad = false;
 
     // The user's file as the preference set was looked for in it, so that one load parses it once.
-    std::optional<PR_XmlFile> parsedUserFile;
+    std::optional<PR_UserFile> userFile;
 };
 
 #endif

@@ -1,7 +1,13 @@
 #include "PR_XmlFile_p.h"
+#include "PR_XmlScan_p.h"
 
 #include <QFile>
 #include <QFileInfo>
+
+namespace {
+// A document takes some 3000 bytes an element.
+constexpr qsizetype maximumElementsOfDocument = 200000;
+} // namespace
 
 PR_FileState PR_FileState::of(QString const &path)
 {
@@ -16,13 +22,36 @@ PR_XmlFile PR_XmlFile::read(QString const &path)
     QFile file(path);
     // A device is no file of preferences, and may never end.
     bool const opened = file.open(QIODevice::ReadOnly) && !file.isSequential();
-    result.version = PR_FileState::of(path);
-    QByteArray const bytes = opened ? file.readAll() : QByteArray();
+    if (opened) {
+        result.version = PR_FileState::of(path);
+        result.bytes = file.readAll();
+    }
     if (!opened || file.error() != QFile::NoError) {
         result.error = file.errorString();
         return result;
     }
-    bool const parsed = result.document.setContent(bytes, false, &result.error, &result.errorLine, &result.errorColumn);
+    bool const reasonable = PR_XmlScan(result.bytes).isReasonable();
+    result.state = reasonable ? Read : NotXml;
+    if (!reasonable)
+        result.error = QStringLiteral("nested too deeply, too many attributes, or too large for its entities");
+    return result;
+}
+
+PR_XmlFile PR_XmlFile::readDocument(QString const &path)
+{
+    PR_XmlFile result = read(path);
+    if (result.state != Read)
+        return result;
+    int line = 0;
+    int column = 0;
+    bool parsed = false;
+    if (PR_XmlScan(result.bytes).elementCount() > maximumElementsOfDocument)
+        result.error = QStringLiteral("too many elements");
+    else
+        parsed = result.document.setContent(result.bytes, false, &result.error, &line, &column);
     result.state = parsed ? Read : NotXml;
+    result.errorLine = line;
+    result.errorColumn = column;
+    result.bytes.clear();
     return result;
 }

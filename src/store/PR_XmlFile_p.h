@@ -14,20 +14,27 @@ struct PR_FileState {
     qint64 size = -1; /*!< Bytes; -1 for no file at all. */
 };
 
-/*! An XML file, read whole. */
+/*! An XML file, read whole; what went wrong is in the state and the error. */
 struct PR_XmlFile {
-    enum State { Read, CannotOpen, NotXml };
+    enum State {
+        Read,
+        CannotOpen,
+        NotXml /*!< Also a file that no one would write and that would take a parser too long. */
+    };
 
-    /*! Reads the file; says what went wrong in the state and the error. */
+    /*! Reads the bytes, which are reasonable for a parser when the state is Read. */
     static PR_XmlFile read(QString const &path);
+    /*! Reads the file into a document. */
+    static PR_XmlFile readDocument(QString const &path);
 
     QString path;
     PR_FileState version; /*!< Of the file when it was opened. */
     State state = CannotOpen;
-    QDomDocument document; /*!< Null unless read. */
     QString error; /*!< In English. */
-    int errorLine = 0; /*!< From 1; 0 when the error has no place. */
-    int errorColumn = 0;
+    qint64 errorLine = 0; /*!< From 1; 0 when the error has no place. */
+    qint64 errorColumn = 0;
+    QByteArray bytes;
+    QDomDocument document;
 };
 
 #endif

@@ -31,8 +31,6 @@ std::vector<std::string> staleAccessors(PR_Preference const &store)
 #define CACHED_OR(Type, Name, KEY, Read, Default)                                                                      \
     compare(#Name, PR_CachedPreferences::get##Name(), store.Read(QStringLiteral(KEY), Default));
 #include "PR_CachedValues.def"
-#undef CACHED_OR
-#undef CACHED_REF
     return stale;
 }
 
@@ -40,10 +38,7 @@ std::vector<QString> cachedKeys()
 {
     return {
 #define CACHED_REF(Type, Name, KEY, Read) QStringLiteral(KEY),
-#define CACHED_OR(Type, Name, KEY, Read, Default) CACHED_REF(Type, Name, KEY, Read)
 #include "PR_CachedValues.def"
-#undef CACHED_OR
-#undef CACHED_REF
     };
 }
 

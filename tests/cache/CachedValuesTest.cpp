@@ -62,8 +62,6 @@ Row const rows[] = {
          return fault<Value>(item, fallback);                                                                          \
      } },
 #include "PR_CachedValues.def"
-#undef CACHED_OR
-#undef CACHED_REF
 };
 static_assert(std::size(rows) == 267, "a cached value was added or lost: tell the hosts, and count it here");
 

@@ -154,10 +154,28 @@ TEST_F(LocalCacheTest, NeverRemovesAnythingOutsideTheRoot)
         EXPECT_TRUE(QFileInfo::exists(path(QString::fromLatin1(left)))) << left;
     EXPECT_FALSE(QFileInfo(root + u"/l/m/link"_s).isSymLink());
 
+    // Without a root, a key names a folder below that of the system.
     host.specialFolders[3] = QString();
-    auto const rootless = load(limit(1) + scene("tmp/brivant-test/x", "2024-01-01T10:00:00"));
+    QString const key = path(u"outside"_s).mid(1);
+    auto const rootless = load(limit(1) + scene(key.toUtf8(), "2024-01-01T10:00:00"));
     EXPECT_EQ(rootless->getLocalCacheRoot(), QString());
     rootless->setRecentScene(u"a/b/c"_s);
+    EXPECT_TRUE(QFileInfo::exists(path(u"outside/precious"_s)));
+}
+
+TEST_F(LocalCacheTest, TheFolderOfTheCurrentSceneStaysByWhateverName)
+{
+    // A lone surrogate and its replacement are one name on the disk; Qt takes ":x" for the name of a resource.
+    QString const current = u"e/s/\uFFFD"_s;
+    QString const alias = u"e/s/"_s + QChar(0xD800);
+    for (QString const &folder : { current, u"e/s/:x"_s })
+        QDir(u"/"_s).mkpath(root + u'/' + folder);
+    auto const store = load(limit(1) + scene("e/s/:x", "2024-01-01T10:00:00"));
+    store->setRecentScene(alias);
+    store->setRecentScene(current);
+    EXPECT_TRUE(QFileInfo(root + u'/' + current).isDir());
+    EXPECT_FALSE(QFileInfo(root + u"/e/s/:x"_s).isDir());
+    EXPECT_EQ(std::distance(store->constBegin(), store->constEnd()), 2);
 }
 
 TEST_F(LocalCacheTest, TheRootIsTheChosenFolderElseTheDefault)

@@ -225,7 +225,7 @@ TEST_F(UserFileTest, ASaveWritesTheUsersValuesInAFixedForm)
  <font id="FONT" value="times"/>
  <int id="K" value="-4"/>
  <shortcut id="KEY" value="Ctrl+S"/>
- <string id="NEW" value="&quot;quoted&quot; &amp; &lt;more&gt; é"/>
+ <string id="NEW" value="&quot;quoted&quot; &amp; &lt;more> é"/>
  <string id="TEXT" cdata="true"><![CDATA[two
 lines & <more>]]></string>
  <enum id="É" value="3"/>

@@ -103,8 +103,12 @@ TEST_F(PrefsTest, ShowsWhatIsKeptBesideThePreferences)
               "<string id='e/s/old' value='{\"lastused\":\"2024-01-02T03:04:05\"}'/><string id='e/s/gone' value=''/>"
               "</preferences>");
     writeFile(u"cache/e/s/old/file"_s, "x");
+    QByteArray const root = path(u"cache"_s).toUtf8();
     expect({ { "scenes", 0,
-        "e/s/gone\tunknown\tno cache\tgoes next\ne/s/old\t2024-01-02T03:04:05\tcache\tgoes next\n" } });
+        "e/s/gone\tunknown\tno cache\tgoes next\t" + root
+            + "/e/s/gone\n"
+              "e/s/old\t2024-01-02T03:04:05\tcache\tgoes next\t"
+            + root + "/e/s/old\n" } });
     EXPECT_EQ(readFile(u"cache/e/s/old/file"_s), "x");
 
     userFile("<int id='XSHEET_LINE_HOLD' value='7'/>");

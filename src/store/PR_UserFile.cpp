@@ -1,0 +1,124 @@
+#include "PR_UserFile_p.h"
+
+#include "PR_PrefConstants.h"
+
+#include <QXmlStreamReader>
+
+namespace {
+// The names that nearly all elements and attributes have, so that each text is held once.
+QString sharedName(QStringView name)
+{
+    static QString const names[] = { kValue, QStringLiteral("string"), QStringLiteral("bool"), QStringLiteral("int"),
+        QStringLiteral("double"), QStringLiteral("color"), kAlpha, kBlue, kGreen, kRed, QStringLiteral("cdata") };
+    for (QString const &known : names) {
+        if (known == name)
+            return known;
+    }
+    return name.toString();
+}
+} // namespace
+
+/*! Reads token by token. A document of the whole file would cost several times the time and ten times the memory. */
+class PR_UserFile::Parser {
+public:
+    Parser(QByteArray const &bytes, PR_UserFile &result)
+        : m_reader(bytes)
+        , m_result(result)
+    {
+        m_reader.setNamespaceProcessing(false);
+    }
+
+    void parse()
+    {
+        while (!m_reader.atEnd()) {
+            switch (m_reader.readNext()) {
+            case QXmlStreamReader::StartElement:
+                begin();
+                ++m_depth;
+                break;
+            case QXmlStreamReader::EndElement:
+                --m_depth;
+                m_node = m_node.parentNode();
+                break;
+            default:
+                addContent();
+            }
+        }
+        if (!m_reader.hasError())
+            return;
+        m_result.m_elements.clear();
+        m_result.m_preferenceSet.clear();
+        m_result.m_file.state = PR_XmlFile::NotXml;
+        m_result.m_file.error = m_reader.errorString();
+        m_result.m_file.errorLine = m_reader.lineNumber();
+        m_result.m_file.errorColumn = m_reader.columnNumber();
+    }
+
+private:
+    void begin()
+    {
+        PR_ItemElement element;
+        element.tag = sharedName(m_reader.qualifiedName());
+        QXmlStreamAttributes const attributes = m_reader.attributes();
+        for (QXmlStreamAttribute const &attribute : attributes) {
+            if (attribute.qualifiedName() == kId)
+                element.id = attribute.value().toString();
+            else
+                element.add(sharedName(attribute.qualifiedName()), attribute.value().toString());
+        }
+        if (!m_hasSet && element.id == QLatin1String("PREFERENCE_SET") && element.tag == QLatin1String("string")) {
+            m_hasSet = true;
+            m_result.m_preferenceSet = element.attribute(kValue);
+        }
+        if (m_depth == 1) {
+            m_result.m_elements.push_back({ std::move(element), {} });
+            m_node = QDomNode();
+        } else if (m_depth > 1) {
+            m_node = node().appendChild(element.toDom(m_result.m_document));
+        }
+    }
+
+    // Text and the like; blanks between elements are none.
+    void addContent()
+    {
+        bool const isText = m_reader.isCharacters();
+        if (m_depth < 2 || (isText && m_reader.isWhitespace() && !m_reader.isCDATA()))
+            return;
+        Element &element = m_result.m_elements.back();
+        QString const text = m_reader.text().toString();
+        QDomDocument &document = m_result.m_document;
+        if (isText && m_reader.isCDATA() && element.dom.isNull() && !element.content.hasCdata) {
+            element.content.hasCdata = true;
+            element.content.cdata = text;
+        } else if (isText) {
+            node().appendChild(m_reader.isCDATA() ? document.createCDATASection(text) : document.createTextNode(text));
+        } else if (m_reader.isComment()) {
+            node().appendChild(document.createComment(text));
+        }
+    }
+
+    // The place in the DOM of the current element, which then must have one.
+    QDomNode node()
+    {
+        Element &element = m_result.m_elements.back();
+        if (element.dom.isNull())
+            element.dom = element.content.toDom(m_result.m_document);
+        if (m_node.isNull())
+            m_node = element.dom;
+        return m_node;
+    }
+
+    QXmlStreamReader m_reader;
+    PR_UserFile &m_result;
+    int m_depth = 0; // of the elements that are open
+    QDomNode m_node; // the innermost of them; null unless the current element has a DOM
+    bool m_hasSet = false;
+};
+
+PR_UserFile::PR_UserFile(QString const &path)
+    : m_file(PR_XmlFile::read(path))
+{
+    if (m_file.state == PR_XmlFile::Read)
+        Parser(m_file.bytes, *this).parse();
+    m_file.bytes.clear();
+}

@@ -1,0 +1,37 @@
+#ifndef PR_USERFILE_P_H
+#define PR_USERFILE_P_H
+
+#include "PR_ItemElement_p.h"
+#include "PR_XmlFile_p.h"
+
+#include <QDomDocument>
+
+#include <vector>
+
+/*! A user's XML file, read: the elements below its root, and the preference set that it names. */
+class PR_UserFile {
+public:
+    struct Element {
+        PR_ItemElement content;
+        /*! The whole element, where it holds more than the content tells, else null. */
+        QDomElement dom;
+    };
+
+    /*! Reads the file; the elements are those of the whole file or, unless its state is Read, none. */
+    explicit PR_UserFile(QString const &path);
+
+    PR_XmlFile const &file() const { return m_file; }
+    std::vector<Element> const &elements() const { return m_elements; }
+    /*! The value of the first element "string", wherever it stands, whose id is "PREFERENCE_SET". */
+    QString const &preferenceSet() const { return m_preferenceSet; }
+
+private:
+    class Parser;
+
+    PR_XmlFile m_file;
+    QDomDocument m_document; // owner of the elements' DOM
+    std::vector<Element> m_elements;
+    QString m_preferenceSet;
+};
+
+#endif
