@@ -7,6 +7,14 @@
 
 #include <memory>
 
+/*! An object with a signal. */
+class Emitter : public QObject {
+    Q_OBJECT
+
+Q_SIGNALS:
+    void changed();
+};
+
 /*! A main store on the shipped definition files, with an empty user file of its own. */
 class BenchStore {
 public:

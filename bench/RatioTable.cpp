@@ -16,6 +16,7 @@ struct Comparison {
     char const *measured;
     char const *limit;
     double goal;
+    double limits;
 };
 
 std::vector<Comparison> &comparisons()
@@ -42,10 +43,14 @@ public:
         std::printf("\n%-56s %10s %10s %7s %6s\n", "workload", "time", "limit", "ratio", "goal");
         for (Comparison const &row : comparisons()) {
             double const measured = median(row.measured);
-            double const limit = median(row.limit);
-            if (measured > 0 && limit > 0)
-                std::printf("%-56s %10.4g %10.4g %7.2f %6.2f%s\n", row.workload, measured, limit, measured / limit,
-                    row.goal, measured / limit <= row.goal ? "" : "  over");
+            double const limit = median(row.limit) * row.limits;
+            if (measured <= 0 || limit <= 0)
+                continue;
+            double const ratio = measured / limit;
+            std::printf("%-56s %10.4g %10.4g %7.2f", row.workload, measured, limit, ratio);
+            if (row.goal > 0)
+                std::printf(" %6.2f%s", row.goal, ratio <= row.goal ? "" : "  over");
+            std::printf("\n");
         }
     }
 
@@ -63,9 +68,9 @@ private:
 };
 } // namespace
 
-int compareWithLimit(char const *workload, char const *measured, char const *limit, double goal)
+int compareWithLimit(char const *workload, char const *measured, char const *limit, double goal, double limits)
 {
-    comparisons().push_back({ workload, measured, limit, goal });
+    comparisons().push_back({ workload, measured, limit, goal, limits });
     return 0;
 }
 

@@ -5,11 +5,14 @@
 namespace {
 bool conditionHolds(QDomElement const &element, QStringList const &keywords)
 {
-    QString const condition = element.attribute(QStringLiteral("feature"));
+    QString const feature = QStringLiteral("feature");
+    if (!element.hasAttribute(feature))
+        return true;
+    QString const condition = element.attribute(feature);
     QLatin1String const negation("not ");
     if (condition.startsWith(negation))
         return !keywords.contains(condition.mid(negation.size()));
-    return keywords.contains(condition) || !element.hasAttribute(QStringLiteral("feature"));
+    return keywords.contains(condition);
 }
 
 // The element after the subtree of an element, in document order and below root.

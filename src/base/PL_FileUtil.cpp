@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QByteArray>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -131,15 +130,18 @@ bool isRunning(int processId)
 // Removes the new files of a file and of what is kept beside it that dead processes left.
 void removeLeftNewFiles(QString const &path)
 {
-    QFileInfo const target(path);
-    QDir const folder = target.dir();
     static QRegularExpression const tail(QStringLiteral("^(?:~|\\.bad)?\\.([1-9][0-9]*)\\.new$"));
-    for (QString const &name : folder.entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+    QFileInfo const target(path);
+    std::error_code code;
+    fs::directory_iterator file(nativePath(target.path()), code);
+    for (; !code && file != fs::directory_iterator(); file.increment(code)) {
+        QString const name = pathOf(file->path().filename());
         if (!name.startsWith(target.fileName()))
             continue;
         int const processId = tail.match(name.mid(target.fileName().size())).captured(1).toInt();
+        std::error_code ignored;
         if (processId > 0 && !isRunning(processId))
-            QFile::remove(folder.filePath(name));
+            fs::remove(file->path(), ignored);
     }
 }
 } // namespace

@@ -69,12 +69,12 @@ PR_PrefItem *PR_Preference::find(QString key) const
 
 PR_Preference::const_iterator PR_Preference::begin() const
 {
-    return d->items.items().cbegin();
+    return d->items.ordered().cbegin();
 }
 
 PR_Preference::const_iterator PR_Preference::end() const
 {
-    return d->items.items().cend();
+    return d->items.ordered().cend();
 }
 
 bool const &PR_Preference::getBool(QString const &key) const
@@ -212,9 +212,7 @@ void PR_Preference::deleteKey(QString const &key)
 
 void PR_Preference::deleteAllKeyBeginingWith(QString const &prefix)
 {
-    QString const text = prefix; // may be the key of an item that goes
-    for (auto it = begin(); it != end();)
-        it = PR_PrefCmp().startsWith(*it, text) ? d->items.erase(it) : std::next(it);
+    d->items.erasePrefix(prefix);
 }
 
 void PR_Preference::clear()
@@ -230,6 +228,5 @@ void PR_Preference::restoreDefault(QString const &key)
 
 void PR_Preference::restoreDefaults()
 {
-    for (PR_PrefItem *item : *this)
-        item->restoreDefault();
+    d->items.visitAll([](PR_PrefItem *item) { item->restoreDefault(); });
 }

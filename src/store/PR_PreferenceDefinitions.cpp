@@ -31,7 +31,8 @@ bool conditionHolds(QString const &condition, QLatin1String word)
 
 bool conditionHolds(QDomElement const &element, QString const &attribute, QLatin1String word)
 {
-    return !element.hasAttribute(attribute) || conditionHolds(element.attribute(attribute), word);
+    // An element without the attribute is as good as one with the word that holds.
+    return conditionHolds(element.attribute(attribute, word), word);
 }
 
 // Reports a file that could not be read under the name by which the user knows it.
@@ -45,7 +46,8 @@ void reportUnreadable(PR_XmlFile const &file, QString const &path)
 
 std::unique_ptr<PR_PrefItem> createItem(PR_PrefItem::Category category, QDomElement const &definition)
 {
-    QString const key = definition.attribute(kId);
+    QString const id = definition.attribute(kId);
+    QString const key(id.constData(), id.size()); // a text beside its item, not among those of the document
     QString const type = definition.tagName();
     if (type == QLatin1String("shortcut"))
         return std::make_unique<PR_KeyItem>(category, key, definition.attribute(kValue));
@@ -93,6 +95,7 @@ PR_Preference::Error PR_Preference::initPreferences()
         return DefaultFileNotFound;
 
     PR_DefinitionTree definitions(mainFile);
+    d->items.reserve(mainFile.elementCount);
     QString const setPath = getPrefsSetXMLPath();
     if (!setPath.isEmpty())
         definitions.append(setPath);

@@ -52,8 +52,9 @@ void PR_Preference::copy(PR_Preference &other)
     if (&other == this)
         return;
     clear();
-    for (PR_PrefItem *item : other)
-        d->items.insert(std::unique_ptr<PR_PrefItem>(item->clone()));
+    d->items.reserve(other.d->items.count());
+    other.d->items.visitAll(
+        [this](PR_PrefItem *item) { d->items.insert(std::unique_ptr<PR_PrefItem>(item->clone())); });
 }
 
 PR_Preference *PR_Preference::createLocalPreferences()

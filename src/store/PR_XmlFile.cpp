@@ -30,7 +30,9 @@ PR_XmlFile PR_XmlFile::read(QString const &path)
         result.error = file.errorString();
         return result;
     }
-    bool const reasonable = PR_XmlScan(result.bytes).isReasonable();
+    PR_XmlScan const scan(result.bytes);
+    result.elementCount = scan.elementCount();
+    bool const reasonable = scan.isReasonable();
     result.state = reasonable ? Read : NotXml;
     if (!reasonable)
         result.error = QStringLiteral("nested too deeply, too many attributes, or too large for its entities");
@@ -45,7 +47,7 @@ PR_XmlFile PR_XmlFile::readDocument(QString const &path)
     int line = 0;
     int column = 0;
     bool parsed = false;
-    if (PR_XmlScan(result.bytes).elementCount() > maximumElementsOfDocument)
+    if (result.elementCount > maximumElementsOfDocument)
         result.error = QStringLiteral("too many elements");
     else
         parsed = result.document.setContent(result.bytes, false, &result.error, &line, &column);

@@ -34,6 +34,7 @@ struct PR_XmlFile {
     qint64 errorLine = 0; /*!< From 1; 0 when the error has no place. */
     qint64 errorColumn = 0;
     QByteArray bytes;
+    qsizetype elementCount = 0;
     QDomDocument document;
 };
 

@@ -1,0 +1,127 @@
+// Loading and saving.
+
+#include "KeySet.h"
+#include "RatioTable.h"
+
+#include "PL_FileUtil.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QDomDocument>
+#include <QFile>
+#include <QSettings>
+
+#include <cstdio>
+#include <fcntl.h>
+#include <malloc.h>
+#include <unistd.h>
+
+namespace {
+KeySet const &keySet(benchmark::State const &state)
+{
+    return KeySet::ofSize(int(state.range(0)));
+}
+
+void parseDom(benchmark::State &state)
+{
+    for (auto _ : state) {
+        QDomDocument definitions;
+        QDomDocument userFile;
+        benchmark::DoNotOptimize(definitions.setContent(keySet(state).definitions(), false));
+        benchmark::DoNotOptimize(userFile.setContent(keySet(state).userFile(), false));
+    }
+}
+
+void coldLoad(benchmark::State &state)
+{
+    for (auto _ : state) {
+        auto store = keySet(state).load();
+        state.PauseTiming();
+        store.reset();
+        state.ResumeTiming();
+    }
+}
+
+void settingsLoad(benchmark::State &state)
+{
+    QTemporaryDir const folder;
+    QString const file = folder.filePath(QStringLiteral("settings.ini"));
+    {
+        QSettings settings(file, QSettings::IniFormat);
+        for (QString const &key : keySet(state).shuffledKeys())
+            settings.setValue(key, QStringLiteral("a value"));
+    }
+    for (auto _ : state) {
+        QSettings const settings(file, QSettings::IniFormat);
+        benchmark::DoNotOptimize(settings.contains(QStringLiteral("X")));
+        state.PauseTiming();
+        // QSettings shares what it has read as long as the file is the same.
+        QFile::rename(file, file + QStringLiteral(".old"));
+        QFile::copy(file + QStringLiteral(".old"), file);
+        QFile::remove(file + QStringLiteral(".old"));
+        state.ResumeTiming();
+    }
+}
+
+// 200 values: two in seven of 700.
+void save(benchmark::State &state)
+{
+    auto const store = KeySet::ofSize(700).load();
+    for (auto _ : state)
+        store->save();
+    if (store->saveStatus().state != PR_Preference::SaveStatus::Saved)
+        state.SkipWithError("not saved");
+}
+
+void writeBytes(benchmark::State &state)
+{
+    QTemporaryDir const folder;
+    QByteArray const file = folder.filePath(QStringLiteral("user.xml")).toLocal8Bit();
+    QByteArray const newFile = file + ".new";
+    QByteArray const &bytes = KeySet::ofSize(700).userFile();
+    for (auto _ : state) {
+        int const descriptor = open(newFile.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        if (write(descriptor, bytes.constData(), size_t(bytes.size())) != bytes.size() || fsync(descriptor) != 0)
+            state.SkipWithError("cannot write");
+        close(descriptor);
+        std::rename(newFile.constData(), file.constData());
+        int const directory = open(folder.path().toLocal8Bit().constData(), O_RDONLY | O_DIRECTORY);
+        fsync(directory);
+        close(directory);
+    }
+}
+
+// Bytes of memory an item, beside the bytes of the texts in its files.
+void memoryOfItems(benchmark::State &state)
+{
+    for (auto _ : state) {
+        KeySet const &set = keySet(state);
+        set.load();
+        size_t const before = mallinfo2().uordblks;
+        auto const store = set.load();
+        double const used = double(mallinfo2().uordblks - before);
+        state.counters["bytes_per_item"] = used / set.size();
+        state.counters["bytes_of_file_per_item"] =
+            double(set.definitions().size() + set.userFile().size()) / set.size();
+    }
+}
+
+BENCHMARK(parseDom)->Arg(700)->Arg(7000)->Arg(70000);
+BENCHMARK(coldLoad)->Arg(700)->Arg(7000)->Arg(70000);
+BENCHMARK(settingsLoad)->Arg(700)->Arg(7000)->Arg(70000);
+BENCHMARK(save);
+BENCHMARK(writeBytes);
+BENCHMARK(memoryOfItems)->Arg(70000)->Iterations(1);
+
+#define COMPARE(size)                                                                                                  \
+    compareWithLimit("cold load, " size " : DOM parse", "coldLoad/" size, "parseDom/" size, 1.25),                     \
+        compareWithLimit("QSettings load, " size " : DOM parse", "settingsLoad/" size, "parseDom/" size, 0)
+
+int const registered[] = {
+    COMPARE("700"),
+    COMPARE("7000"),
+    COMPARE("70000"),
+    compareWithLimit("cold load, a key of 70000 : of 700", "coldLoad/70000", "coldLoad/700", 1.6, 100),
+    compareWithLimit("save of 200 values : write, sync, rename", "save", "writeBytes", 1.6),
+};
+} // namespace
