@@ -78,7 +78,9 @@ void PR_ItemSet::destroy(Place const &place)
     m_items.pop_back();
     if (last != item.get()) {
         m_items[place.position] = last;
-        m_index.find(last->getKey())->position = place.position;
+        auto const moved = m_index.find(last->getKey());
+        if (moved != m_index.end()) // assigning one whole item to another changes its key
+            moved->position = place.position;
     }
 }
 

@@ -60,7 +60,8 @@ void appendEnd(QString &out, QString const &tag)
 void PR_UserFileWriter::appendStart(PR_ItemElement const &element)
 {
     m_elements.append(u'<').append(element.tag);
-    appendAttribute(m_elements, kId, element.id);
+    if (!element.id.isEmpty())
+        appendAttribute(m_elements, kId, element.id);
     for (auto const &[name, text] : element.attributes)
         appendAttribute(m_elements, name, text);
 }

@@ -20,10 +20,31 @@ bool standsAt(QByteArray const &text, qsizetype at, char const *what)
 }
 } // namespace
 
+namespace {
+// Whether a text whose declaration is readable as bytes goes on so: a parser that is told of UTF-16 or UTF-7 there
+// would see other marks than the scan does.
+bool declaresPlainEncoding(QByteArray const &bytes)
+{
+    qsizetype const start = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    if (!standsAt(bytes, start, "<?xml"))
+        return true;
+    QByteArray const declaration = bytes.left(behind(bytes, "?>", start)).toLower();
+    qsizetype const at = declaration.indexOf("encoding");
+    if (at < 0)
+        return true;
+    QByteArray const name = declaration.mid(at);
+    for (char const *plain : { "utf-8", "utf8", "ascii", "iso-8859", "latin", "windows-125" }) {
+        if (name.contains(plain))
+            return true;
+    }
+    return false;
+}
+} // namespace
+
 PR_XmlScan::PR_XmlScan(QByteArray const &bytes)
     : m_size(bytes.size())
 {
-    // All other encodings that are read show the marks of XML as the bytes of ASCII.
+    m_encodingIsPlain = declaresPlainEncoding(bytes);
     auto const encoding = QStringConverter::encodingForData(bytes, u'<');
     if (encoding && *encoding != QStringConverter::Utf8)
         scan(QString(QStringDecoder(*encoding).decode(bytes)).toUtf8());
@@ -33,7 +54,7 @@ PR_XmlScan::PR_XmlScan(QByteArray const &bytes)
 
 bool PR_XmlScan::isReasonable() const
 {
-    return m_maxDepth <= maximumDepth && m_maxAttributes <= maximumAttributes
+    return m_encodingIsPlain && m_maxDepth <= maximumDepth && m_maxAttributes <= maximumAttributes
         && (!m_hasInternalSubset || m_size <= maximumSizeWithEntities);
 }
 

@@ -28,6 +28,7 @@ private:
     qsizetype m_maxDepth = 0;
     qsizetype m_maxAttributes = 0;
     bool m_hasInternalSubset = false;
+    bool m_encodingIsPlain = true;
 };
 
 #endif
