@@ -28,10 +28,7 @@ PR_CachedPreferences::PR_CachedPreferences(QString name)
     newestStore = this;
 }
 
-PR_CachedPreferences::PR_CachedPreferences(PR_CachedPreferences &other)
-    : PR_Preference(other)
-{
-}
+PR_CachedPreferences::PR_CachedPreferences(PR_CachedPreferences &other) = default;
 
 PR_CachedPreferences::~PR_CachedPreferences()
 {

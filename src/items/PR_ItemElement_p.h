@@ -21,7 +21,7 @@ struct PR_ItemElement {
         that would not get it back. */
     static PR_ItemElement of(QString const &tag, QString const &id, QString const &value, bool asCdata = false);
     /*! What an element of a document says; further children of it are left out. */
-    static PR_ItemElement of(QDomElement const &element);
+    static PR_ItemElement of(QDomElement const &dom);
 
     /*! The text without control characters, lone surrogates, U+FFFE and U+FFFF. */
     static QString xmlText(QString const &text);
