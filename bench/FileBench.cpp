@@ -3,10 +3,11 @@
 #include "KeySet.h"
 #include "RatioTable.h"
 
-#include "PL_FileUtil.h"
+#include "HostPlatform.h"
 
 #include <benchmark/benchmark.h>
 
+#include <QDir>
 #include <QDomDocument>
 #include <QFile>
 #include <QSettings>
@@ -42,6 +43,39 @@ void coldLoad(benchmark::State &state)
     }
 }
 
+// A store without definitions: every key of the user's file, in one of its two formats, becomes an item by itself.
+void loadUndefined(
+    benchmark::State &state, char const *tail, QByteArray const &head, char const *line, QByteArray const &end)
+{
+    QTemporaryDir const folder;
+    QString const userName = folder.filePath(QStringLiteral("user.pref"));
+    QDir().mkpath(folder.filePath(QStringLiteral("resources")));
+    KeySet::write(folder.filePath(QStringLiteral("resources/prefs.xml")), "<preferences/>");
+    QByteArray bytes = head;
+    for (QString const &key : keySet(state).shuffledKeys())
+        bytes += QString(QLatin1String(line)).arg(key).toUtf8();
+    KeySet::write(folder.filePath(QLatin1String(tail)), bytes + end);
+    HostPlatform::current().installFolder = folder.path();
+    for (auto _ : state) {
+        std::unique_ptr<PR_Preference> store(PR_Preference::createPreference(userName));
+        state.PauseTiming();
+        if (std::distance(store->begin(), store->end()) != keySet(state).size())
+            state.SkipWithError("not all keys were read");
+        store.reset();
+        state.ResumeTiming();
+    }
+}
+
+void loadUndefinedXml(benchmark::State &state)
+{
+    loadUndefined(state, "user-pref.xml", "<preferences>\n", " <int id=\"%1\" value=\"7\"/>\n", "</preferences>\n");
+}
+
+void loadUndefinedText(benchmark::State &state)
+{
+    loadUndefined(state, "user.pref", "", "%1 7\n", "");
+}
+
 void settingsLoad(benchmark::State &state)
 {
     QTemporaryDir const folder;
@@ -73,17 +107,22 @@ void save(benchmark::State &state)
         state.SkipWithError("not saved");
 }
 
-void writeBytes(benchmark::State &state)
+// The least that a safe save costs the system; with a backup, the old file gets a second name first.
+template <bool keepsBackup> void writeBytes(benchmark::State &state)
 {
     QTemporaryDir const folder;
     QByteArray const file = folder.filePath(QStringLiteral("user.xml")).toLocal8Bit();
     QByteArray const newFile = file + ".new";
+    QByteArray const backup = file + "~";
+    QByteArray const newBackup = backup + ".new";
     QByteArray const &bytes = KeySet::ofSize(700).userFile();
     for (auto _ : state) {
         int const descriptor = open(newFile.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
         if (write(descriptor, bytes.constData(), size_t(bytes.size())) != bytes.size() || fsync(descriptor) != 0)
             state.SkipWithError("cannot write");
         close(descriptor);
+        if (keepsBackup && link(file.constData(), newBackup.constData()) == 0)
+            std::rename(newBackup.constData(), backup.constData());
         std::rename(newFile.constData(), file.constData());
         int const directory = open(folder.path().toLocal8Bit().constData(), O_RDONLY | O_DIRECTORY);
         fsync(directory);
@@ -108,9 +147,12 @@ void memoryOfItems(benchmark::State &state)
 
 BENCHMARK(parseDom)->Arg(700)->Arg(7000)->Arg(70000);
 BENCHMARK(coldLoad)->Arg(700)->Arg(7000)->Arg(70000);
+BENCHMARK(loadUndefinedXml)->Arg(700)->Arg(70000);
+BENCHMARK(loadUndefinedText)->Arg(700)->Arg(70000);
 BENCHMARK(settingsLoad)->Arg(700)->Arg(7000)->Arg(70000);
 BENCHMARK(save);
-BENCHMARK(writeBytes);
+BENCHMARK(writeBytes<false>);
+BENCHMARK(writeBytes<true>);
 BENCHMARK(memoryOfItems)->Arg(70000)->Iterations(1);
 
 #define COMPARE(size)                                                                                                  \
@@ -122,6 +164,12 @@ int const registered[] = {
     COMPARE("7000"),
     COMPARE("70000"),
     compareWithLimit("cold load, a key of 70000 : of 700", "coldLoad/70000", "coldLoad/700", 1.6, 100),
-    compareWithLimit("save of 200 values : write, sync, rename", "save", "writeBytes", 1.6),
+    compareWithLimit("parse DOM, a key of 70000 : of 700", "parseDom/70000", "parseDom/700", 0, 100),
+    compareWithLimit(
+        "load, an undefined key of 70000 : of 700", "loadUndefinedXml/70000", "loadUndefinedXml/700", 1.6, 100),
+    compareWithLimit(
+        "load, a line of text of 70000 : of 700", "loadUndefinedText/70000", "loadUndefinedText/700", 1.6, 100),
+    compareWithLimit("save of 200 values : write, sync, rename", "save", "writeBytes<false>", 1.6),
+    compareWithLimit("save of 200 values : the same with a backup", "save", "writeBytes<true>", 0),
 };
 } // namespace

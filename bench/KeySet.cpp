@@ -31,12 +31,13 @@ QByteArray value(size_t index, bool ofUser)
     return index % 10 < 8 ? QByteArray(number + ".5") : QByteArray("text " + number);
 }
 
-void write(QString const &path, QByteArray const &bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write the benchmark's files");
-}
+// A host's own store: only those may be made beside the main one.
+struct OtherStore : PR_Preference {
+    explicit OtherStore(QString const &name)
+        : PR_Preference(name, false, true)
+    {
+    }
+};
 
 std::vector<QString> shuffled(std::vector<QString> keys)
 {
@@ -47,6 +48,13 @@ std::vector<QString> shuffled(std::vector<QString> keys)
     return keys;
 }
 } // namespace
+
+void KeySet::write(QString const &path, QByteArray const &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write the benchmark's files");
+}
 
 KeySet const &KeySet::ofSize(int size)
 {
@@ -83,6 +91,12 @@ std::unique_ptr<PR_Preference> KeySet::load() const
 {
     HostPlatform::current().installFolder = m_folder.path();
     return std::unique_ptr<PR_Preference>(PR_Preference::createPreference(m_userName));
+}
+
+std::unique_ptr<PR_Preference> KeySet::loadOther() const
+{
+    HostPlatform::current().installFolder = m_folder.path();
+    return std::make_unique<OtherStore>(m_userName);
 }
 
 std::vector<QString> KeySet::shuffledKeys() const

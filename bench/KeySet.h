@@ -20,8 +20,12 @@ public:
     /*! A key's text, shared with nothing. */
     static QString ownText(QString const &key) { return QString(key.constData(), key.size()); }
 
+    static void write(QString const &path, QByteArray const &bytes);
+
     /*! A main store that has loaded the files. */
     std::unique_ptr<PR_Preference> load() const;
+    /*! The same as a store beside the main one, whose changes do not refresh the cache. */
+    std::unique_ptr<PR_Preference> loadOther() const;
     /*! Texts of the caller's own in random order: all keys, those of the integers, keys that are in no store. */
     std::vector<QString> shuffledKeys() const;
     std::vector<QString> shuffledIntegers() const;

@@ -31,12 +31,11 @@ bool rename(QString const &from, QString const &to)
 QString linkTarget(QString path)
 {
     for (int links = 0; links < 40; ++links) {
-        QFileInfo const info(path);
-        if (!info.isSymLink())
-            return path;
-        // Not QFileInfo::symLinkTarget(): it shortens "a/..", though a may be a link itself.
         fs::path const link = nativePath(path);
         std::error_code code;
+        if (!fs::is_symlink(link, code))
+            return path;
+        // Not QFileInfo::symLinkTarget(): it shortens "a/..", though a may be a link itself.
         fs::path const target = link.parent_path() / fs::read_symlink(link, code);
         fs::path const folder = fs::canonical(target.parent_path(), code);
         path = pathOf((code ? target.parent_path() : folder) / target.filename());
@@ -136,7 +135,7 @@ void removeLeftNewFiles(QString const &path)
     fs::directory_iterator file(nativePath(target.path()), code);
     for (; !code && file != fs::directory_iterator(); file.increment(code)) {
         QString const name = pathOf(file->path().filename());
-        if (!name.startsWith(target.fileName()))
+        if (!name.endsWith(QLatin1String(".new")) || !name.startsWith(target.fileName()))
             continue;
         int const processId = tail.match(name.mid(target.fileName().size())).captured(1).toInt();
         std::error_code ignored;

@@ -11,7 +11,11 @@ namespace fs = std::filesystem;
 
 bool tufile::fileExists(QString const &path)
 {
-    return QFileInfo::exists(path);
+    if (path.isEmpty())
+        return false;
+    // A disk that fails to answer does not mean that there is no file: whoever took it so would replace it.
+    std::error_code code;
+    return fs::status(nativePath(path), code).type() != fs::file_type::not_found;
 }
 
 bool tufile::checkCreatePath(QString const &path, MSG_Text &error, bool create)

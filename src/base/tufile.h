@@ -9,7 +9,8 @@ class MSG_Text;
 
 /*! Helpers for files and folders. */
 namespace tufile {
-/*! True when something stands at \a path, a folder included; a link that leads nowhere does not count. */
+/*! True when something stands at \a path, a folder included; a link that leads nowhere does not count,
+    a place at which the disk fails to answer does. */
 BRIVANT_BASE_EXPORT bool fileExists(QString const &path);
 
 /*! Makes sure that the folder of the file \a path exists; with \a create, missing folders are made. On failure

@@ -58,9 +58,9 @@ PR_ItemElement PR_ItemElement::of(QDomElement const &dom)
     for (int i = 0; i < attributes.size(); ++i) {
         QDomAttr const attribute = attributes.item(i).toAttr();
         if (attribute.name() == kId)
-            element.id = attribute.value();
+            element.id = xmlText(attribute.value());
         else
-            element.add(attribute.name(), attribute.value());
+            element.add(attribute.name(), xmlText(attribute.value()));
     }
     // A document keeps them in an order that differs from process to process.
     std::sort(element.attributes.begin(), element.attributes.end());
@@ -75,6 +75,8 @@ QString PR_ItemElement::xmlText(QString const &text)
     // The length in code units of the character at a position; 0 for one that XML cannot hold.
     auto const validLength = [&text](qsizetype i) {
         char16_t const c = text[i].unicode();
+        if (c >= 0x20 && c < 0xD800) // nearly all
+            return 1;
         if (QChar::isHighSurrogate(c))
             return i + 1 < text.size() && text[i + 1].isLowSurrogate() ? 2 : 0;
         bool const valid = c < 0x20 ? c == u'\t' || c == u'\n' || c == u'\r' : !QChar::isLowSurrogate(c) && c < 0xFFFE;

@@ -15,7 +15,8 @@ struct PR_ItemElement {
     using Attribute = std::pair<QString, QString>;
 
     /*! The element \a tag of the item \a id. A tag that is no ASCII name gives "string": the value comes back under its
-        key whatever the element's name. Here and below, characters that XML cannot hold are dropped. */
+        key whatever the element's name. Here and below, characters that XML cannot hold are dropped; add() takes a text
+       as it is. */
     static PR_ItemElement of(QString const &tag, QString const &id);
     /*! The same, with a value: in the attribute "value" or, with \a asCdata, in the "cdata" form, unless a reader of
         that would not get it back. */

@@ -37,12 +37,12 @@ CategoryText const categoryTexts[] = {
 } // namespace
 
 PR_PrefItem::PR_PrefItem(Category category, QString const &key, QString const &tag)
-    : m_category(category)
-    , m_origin(category == Internal ? OriginUser : OriginDefault)
+    : m_tag(tag)
     , m_shortDescription(QStringLiteral("No short description available"))
     , m_longDescription(QStringLiteral("No long description available"))
     , m_key(key)
-    , m_tag(tag)
+    , m_category(category)
+    , m_origin(category == Internal ? OriginUser : OriginDefault)
 {
 }
 

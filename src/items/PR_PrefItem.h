@@ -102,12 +102,13 @@ protected:
     void setOrigin(Origin origin) { m_origin = origin; }
 
 private:
-    Category m_category;
-    Origin m_origin;
+    QString m_tag;
     QString m_shortDescription;
     QString m_longDescription;
+    // What a read or write by key looks at, next to the value of the derived class: together in one cache line.
     QString m_key;
-    QString m_tag;
+    Category m_category;
+    Origin m_origin;
 };
 
 #endif

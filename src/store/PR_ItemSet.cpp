@@ -26,6 +26,13 @@ PR_ItemSet::Entry::Entry(PR_PrefItem *item)
         PR_EnumItem>();
 }
 
+size_t const PR_ItemSet::m_seed = QHashSeed::globalSeed();
+
+PR_ItemSet::PR_ItemSet()
+{
+    resize(16);
+}
+
 PR_ItemSet::~PR_ItemSet()
 {
     clear();
@@ -41,7 +48,9 @@ quint64 PR_ItemSet::newStamp()
 PR_ItemSet::Items const &PR_ItemSet::ordered() const
 {
     if (!m_isOrdered) {
-        std::vector<PR_PrefItem *> items = m_items;
+        std::vector<PR_PrefItem *> items;
+        items.reserve(m_members.size());
+        visitAll([&items](PR_PrefItem *item) { items.push_back(item); });
         std::sort(items.begin(), items.end(), PR_PrefCmp());
         m_order = Items(items.begin(), items.end());
         m_isOrdered = true;
@@ -49,55 +58,103 @@ PR_ItemSet::Items const &PR_ItemSet::ordered() const
     return m_order;
 }
 
-void PR_ItemSet::reserve(qsizetype count)
+void PR_ItemSet::reserve(size_t count)
 {
-    m_index.reserve(count);
-    m_items.reserve(size_t(count));
+    m_members.reserve(count);
+    reserveSlots(count);
+}
+
+void PR_ItemSet::reserveSlots(size_t count)
+{
+    size_t slots = m_slots.size();
+    while (slots / 2 < count)
+        slots *= 2;
+    if (slots != m_slots.size())
+        resize(slots);
+}
+
+// The slot of an item that is there, whatever its key is by now: assigning one whole item to another changes it.
+size_t PR_ItemSet::slotOf(Member const &member) const
+{
+    size_t slot = member.hash & m_mask;
+    while (m_slots[slot].m_item != member.item)
+        slot = (slot + 1) & m_mask;
+    return slot;
+}
+
+void PR_ItemSet::resize(size_t slots)
+{
+    std::vector<Entry> const old = std::exchange(m_slots, std::vector<Entry>(slots));
+    m_mask = slots - 1;
+    for (Entry const &entry : old) {
+        if (!entry)
+            continue;
+        size_t slot = m_members[entry.m_position].hash & m_mask;
+        while (m_slots[slot])
+            slot = (slot + 1) & m_mask;
+        m_slots[slot] = entry;
+    }
 }
 
 PR_ItemSet::Entry PR_ItemSet::insert(std::unique_ptr<PR_PrefItem> item)
 {
-    erase(item->getKey());
+    reserveSlots(m_members.size() + 1);
+    size_t const hash = hashOf(item->getKey());
+    size_t slot = slotOf(item->getKey(), hash);
+    if (m_slots[slot]) {
+        destroyAt(slot);
+        slot = slotOf(item->getKey(), hash);
+    }
     m_stamp = newStamp();
-    Entry const entry(item.get());
-    m_index.insert(item->getKey(), { entry, m_items.size() });
+    Entry &entry = m_slots[slot];
+    entry = Entry(item.get());
+    entry.m_position = quint32(m_members.size());
+    entry.m_tag = tagOf(hash);
     if (m_isOrdered)
         m_order.insert(item.get());
-    m_items.push_back(item.release());
+    m_members.push_back({ item.release(), hash });
     return entry;
 }
 
-// Deletes an item that has left the index; the last item takes its position.
-void PR_ItemSet::destroy(Place const &place)
+// Deletes the item of a slot; the last item takes its position.
+void PR_ItemSet::destroyAt(size_t slot)
 {
     m_stamp = newStamp();
-    std::unique_ptr<PR_PrefItem> const item(place.entry.item());
-    if (m_isOrdered)
-        m_order.erase(item.get());
-    PR_PrefItem *const last = m_items.back();
-    m_items.pop_back();
-    if (last != item.get()) {
-        m_items[place.position] = last;
-        auto const moved = m_index.find(last->getKey());
-        if (moved != m_index.end()) // assigning one whole item to another changes its key
-            moved->position = place.position;
+    size_t const position = m_slots[slot].m_position;
+    std::unique_ptr<PR_PrefItem> const item(m_slots[slot].m_item);
+    if (m_isOrdered) {
+        auto const place = m_order.find(item.get());
+        m_isOrdered = place != m_order.end() && *place == item.get(); // not so after a change of keys
+        m_isOrdered ? void(m_order.erase(place)) : m_order.clear();
     }
+    m_slots[slotOf(m_members.back())].m_position = quint32(position);
+    m_members[position] = m_members.back();
+    m_members.pop_back();
+
+    // Items behind it that were pushed on by it move up, so that no walk ends before them.
+    for (size_t next = (slot + 1) & m_mask; m_slots[next]; next = (next + 1) & m_mask) {
+        size_t const home = m_members[m_slots[next].m_position].hash & m_mask;
+        if (((next - home) & m_mask) >= ((next - slot) & m_mask)) {
+            m_slots[slot] = m_slots[next];
+            slot = next;
+        }
+    }
+    m_slots[slot] = Entry();
 }
 
 void PR_ItemSet::erase(QString const &key)
 {
-    // The key may be that of the item.
-    Place const place = m_index.take(key);
-    if (place.entry)
-        destroy(place);
+    size_t const slot = slotOf(key, hashOf(key));
+    if (m_slots[slot])
+        destroyAt(slot);
 }
 
 void PR_ItemSet::erasePrefix(QString const &prefix)
 {
     QString const text = prefix; // may be the key of an item that goes
-    for (size_t i = m_items.size(); i > 0; --i) {
-        if (PR_PrefCmp().startsWith(m_items[i - 1], text))
-            erase(m_items[i - 1]->getKey());
+    for (size_t i = m_members.size(); i > 0; --i) {
+        if (PR_PrefCmp().startsWith(m_members[i - 1].item, text))
+            destroyAt(slotOf(m_members[i - 1]));
     }
 }
 
@@ -106,7 +163,8 @@ void PR_ItemSet::clear()
     m_stamp = newStamp();
     m_isOrdered = false;
     m_order.clear();
-    m_index.clear();
-    for (PR_PrefItem *item : std::exchange(m_items, {}))
-        delete item;
+    std::fill(m_slots.begin(), m_slots.end(), Entry());
+    std::vector<Member> const gone = std::exchange(m_members, {});
+    for (auto member = gone.rbegin(); member != gone.rend(); ++member)
+        delete member->item;
 }

@@ -10,17 +10,17 @@
 #include "PR_RgbaItem.h"
 #include "PR_StringItem.h"
 
-#include <QHash>
-
 #include <memory>
 #include <set>
 #include <type_traits>
 #include <vector>
 
-/*! The items of a store, owned: one per key, found by key through a hash.
+/*! The items of a store, owned: one per key, found by key through a hash table.
 
-    Their order is made when it is first asked for: a store of many keys spends more on it than on all else that it does
-    with an item, and most processes never look at all items in order. */
+    The table is open: a slot holds the item's address, its class and a part of the hash, so that a read touches one
+    slot, the item and its key, and the walk to a free slot touches no item. The order by key is made when it is first
+    asked for: a store of many keys spends more on it than on all else that it does with an item, and most processes
+    never look at all items in order. */
 class PR_ItemSet {
 public:
     /*! An item with its class, found out once: a run-time class test costs as much as the lookup. */
@@ -50,6 +50,8 @@ public:
         }
 
     private:
+        friend class PR_ItemSet;
+
         enum class Kind : quint8 { Other, Shortcut, Bool, Int, Double, Rgba, Enum, Font, String };
 
         static constexpr Kind kindOf(PR_KeyItem *) { return Kind::Shortcut; }
@@ -74,31 +76,33 @@ public:
         }
 
         PR_PrefItem *m_item = nullptr;
+        quint32 m_position = 0; // in m_members
+        quint16 m_tag = 0; // of the key's hash
         Kind m_kind = Kind::Other;
         bool m_isOwn = false; // of just that class
     };
 
     using Items = std::set<PR_PrefItem *, PR_PrefCmp>;
 
-    PR_ItemSet() = default;
+    PR_ItemSet();
     ~PR_ItemSet();
 
-    Entry find(QString const &key) const { return m_index.value(key).entry; }
-    qsizetype count() const { return m_index.size(); }
+    Entry find(QString const &key) const { return m_slots[slotOf(key, hashOf(key))]; }
+    size_t count() const { return m_members.size(); }
     /*! The items by key. */
     Items const &ordered() const;
     /*! Calls \a function with each item, in the order in which they came unless some have gone: that is the order of
         memory, which makes a walk several times as fast as one by key. */
     template <class Function> void visitAll(Function const &function) const
     {
-        for (PR_PrefItem *item : m_items)
-            function(item);
+        for (Member const &member : m_members)
+            function(member.item);
     }
     /*! Changes whenever an item comes or goes; no two states of any two sets have the same one. */
     quint64 stamp() const { return m_stamp; }
 
     /*! Makes room for so many items. */
-    void reserve(qsizetype count);
+    void reserve(size_t count);
     /*! Adds an item; one that has its key already is deleted. */
     Entry insert(std::unique_ptr<PR_PrefItem> item);
     /*! Deletes the item of a key, if there is one. */
@@ -112,15 +116,32 @@ private:
 
     static quint64 newStamp();
 
-    struct Place {
-        Entry entry;
-        size_t position = 0; // in m_items
+    struct Member {
+        PR_PrefItem *item;
+        size_t hash; // of the key with which it came
     };
 
-    void destroy(Place const &place);
+    static size_t hashOf(QString const &key) { return qHash(key, m_seed); }
+    static quint16 tagOf(size_t hash) { return quint16(hash >> (8 * sizeof(hash) - 16)); }
 
-    QHash<QString, Place> m_index;
-    std::vector<PR_PrefItem *> m_items;
+    /*! The slot of a key; that of no item, to which the key would go, when there is none. */
+    size_t slotOf(QString const &key, size_t hash) const
+    {
+        size_t slot = hash & m_mask;
+        while (m_slots[slot] && !(m_slots[slot].m_tag == tagOf(hash) && m_slots[slot]->getKey() == key))
+            slot = (slot + 1) & m_mask;
+        return slot;
+    }
+    size_t slotOf(Member const &member) const;
+    void reserveSlots(size_t count);
+    void resize(size_t slots);
+    void destroyAt(size_t slot);
+
+    static size_t const m_seed;
+
+    std::vector<Entry> m_slots; // a power of two, half of them free at least: a walk is short
+    size_t m_mask = 0; // of the number of slots
+    std::vector<Member> m_members;
     mutable Items m_order; // of all items, once it is made
     mutable bool m_isOrdered = false;
     quint64 m_stamp = newStamp();

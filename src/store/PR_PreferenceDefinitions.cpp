@@ -95,7 +95,7 @@ PR_Preference::Error PR_Preference::initPreferences()
         return DefaultFileNotFound;
 
     PR_DefinitionTree definitions(mainFile);
-    d->items.reserve(mainFile.elementCount);
+    d->items.reserve(size_t(mainFile.elementCount));
     QString const setPath = getPrefsSetXMLPath();
     if (!setPath.isEmpty())
         definitions.append(setPath);

@@ -4,6 +4,7 @@
 
 #include "PR_PrefConstants.h"
 
+#include "NativePath_p.h"
 #include "PL_FileUtil.h"
 #include "TULex.h"
 #include "oswRemapPath.h"
@@ -15,10 +16,13 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>
 #endif
+
+namespace fs = std::filesystem;
 
 namespace {
 // Writes the bytes and flushes them to the disk; the reason of a failure, empty when all went well.
@@ -42,9 +46,11 @@ bool openNewFile(QFile &file, QString const &replaced)
     if (!file.open(
             QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered, QFile::ReadOwner | QFile::WriteOwner))
         return false;
-    // What the running user may do besides is no part of the mode. Some file systems have no modes.
-    if (QFile::exists(replaced))
-        file.setPermissions(QFile::permissions(replaced) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser));
+    // Some file systems have no modes.
+    std::error_code code;
+    fs::file_status const status = fs::status(nativePath(replaced), code);
+    if (fs::exists(status))
+        fs::permissions(nativePath(file.fileName()), status.permissions(), code);
     return true;
 }
 
@@ -197,6 +203,11 @@ QByteArray PR_Preference::userFileBytes() const
     PR_UserFileWriter writer;
     QSet<QString> mendedKeys;
     for (PR_PrefItem *item : *this) {
+        PR_ItemSet::Entry const entry(item);
+        bool saved = true; // an item of another class knows by itself
+        entry.visitOwn([&saved](auto *typed) { saved = typed->isSaved(false); });
+        if (!saved)
+            continue;
         // Without the characters that XML cannot hold, a key must not become that of another item.
         QString const key = PR_ItemElement::xmlText(item->getKey());
         if (key != item->getKey()) {
@@ -204,11 +215,7 @@ QByteArray PR_Preference::userFileBytes() const
                 continue;
             mendedKeys.insert(key);
         }
-        auto const write = [&](auto *typed) {
-            if (typed->isSaved(false))
-                writer.add(typed->element());
-        };
-        if (!d->items.find(item->getKey()).visitOwn(write)) {
+        if (!entry.visitOwn([&writer](auto *typed) { writer.add(typed->element()); })) {
             QDomDocument document;
             document.appendChild(document.createElement(kPref));
             item->saveXml(&document, false);

@@ -7,9 +7,8 @@
 
 namespace {
 // As QDomDocument::toString() escapes a text and, with its white space, an attribute.
-void appendEscaped(QString &out, QString const &rawText, bool isAttribute)
+void appendEscaped(QString &out, QString const &text, bool isAttribute)
 {
-    QString const text = PR_ItemElement::xmlText(rawText);
     qsizetype written = 0;
     auto const replace = [&](qsizetype at, QLatin1String entity) {
         out.append(QStringView(text).mid(written, at - written));
@@ -18,6 +17,8 @@ void appendEscaped(QString &out, QString const &rawText, bool isAttribute)
     };
     for (qsizetype i = 0; i < text.size(); ++i) {
         char16_t const c = text[i].unicode();
+        if (c > u'>')
+            continue;
         if (c == u'&')
             replace(i, QLatin1String("&amp;"));
         else if (c == u'<')
@@ -46,7 +47,7 @@ void appendAttribute(QString &out, QString const &name, QString const &text)
 void appendCdata(QString &out, QString const &text)
 {
     // A section ends at the first "]]>": the end of that goes into a section of its own.
-    QString safe = PR_ItemElement::xmlText(text);
+    QString safe = text;
     safe.replace(QLatin1String("]]>"), QLatin1String("]]]]><![CDATA[>"));
     out.append(QLatin1String("<![CDATA[")).append(safe).append(QLatin1String("]]>"));
 }
@@ -96,9 +97,9 @@ void PR_UserFileWriter::append(QDomElement const &element)
         if (node.isElement())
             append(node.toElement());
         else if (node.isCDATASection())
-            appendCdata(m_elements, node.nodeValue());
+            appendCdata(m_elements, PR_ItemElement::xmlText(node.nodeValue()));
         else if (node.isText())
-            appendEscaped(m_elements, node.nodeValue(), false);
+            appendEscaped(m_elements, PR_ItemElement::xmlText(node.nodeValue()), false);
     }
     appendEnd(m_elements, content.tag);
 }

@@ -1,8 +1,11 @@
 #include "PR_XmlFile_p.h"
 #include "PR_XmlScan_p.h"
 
+#include "NativePath_p.h"
+
 #include <QFile>
-#include <QFileInfo>
+
+namespace fs = std::filesystem;
 
 namespace {
 // A document takes some 3000 bytes an element.
@@ -11,8 +14,11 @@ constexpr qsizetype maximumElementsOfDocument = 200000;
 
 PR_FileState PR_FileState::of(QString const &path)
 {
-    QFileInfo const info(path);
-    return info.exists() ? PR_FileState{ info.lastModified(), info.size() } : PR_FileState{};
+    std::error_code noTime;
+    std::error_code noSize;
+    PR_FileState const state{ fs::last_write_time(nativePath(path), noTime),
+        qint64(fs::file_size(nativePath(path), noSize)) };
+    return noTime || noSize ? PR_FileState() : state;
 }
 
 PR_XmlFile PR_XmlFile::read(QString const &path)

@@ -1,16 +1,17 @@
 #ifndef PR_XMLFILE_P_H
 #define PR_XMLFILE_P_H
 
-#include <QDateTime>
 #include <QDomDocument>
 #include <QString>
+
+#include <filesystem>
 
 /*! What tells one version of a file from another without reading it. */
 struct PR_FileState {
     static PR_FileState of(QString const &path);
     bool operator==(PR_FileState const &other) const { return modified == other.modified && size == other.size; }
 
-    QDateTime modified;
+    std::filesystem::file_time_type modified;
     qint64 size = -1; /*!< Bytes; -1 for no file at all. */
 };
 

@@ -107,7 +107,6 @@ TEST_F(ServicesTest, TheLastReferenceDeletes)
         other = *first;
         EXPECT_EQ(other.refCount(), 0);
     }
-    EXPECT_EQ(first->refCount(), 1);
     EXPECT_EQ(deleted, 0);
     first = UT_SharedPtr<Counted>(new Counted(deleted));
     EXPECT_EQ(deleted, 1);
