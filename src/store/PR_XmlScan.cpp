@@ -18,9 +18,7 @@ bool standsAt(QByteArray const &text, qsizetype at, char const *what)
 {
     return qstrncmp(text.constData() + at, what, qstrlen(what)) == 0;
 }
-} // namespace
 
-namespace {
 // Whether a text whose declaration is readable as bytes goes on so: a parser that is told of UTF-16 or UTF-7 there
 // would see other marks than the scan does.
 bool declaresPlainEncoding(QByteArray const &bytes)

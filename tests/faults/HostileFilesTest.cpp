@@ -100,6 +100,11 @@ std::vector<Row> rows(QByteArray const &secretPath)
         { "invalid UTF-8", Expected::Refused, with({}, "<string id=\"U\" value=\"\xC3(\xFF\"/>") },
         { "UTF-16, little endian", Expected::Read, multiByte(false) },
         { "UTF-16, big endian", Expected::Read, multiByte(true) },
+        { "UTF-16 declared in ASCII, nested 10,000 deep", Expected::Refused,
+            [](QByteArray const &open, QByteArray const &items, QByteArray const &close) -> QByteArray {
+                return "<?xml version=\"1.0\" encoding=\"UTF-16LE\"?>"
+                    + utf16(open + nested(10000) + items + close, false).mid(2);
+            } },
     };
 }
 

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <map>
+#include <random>
 #include <sstream>
 
 using namespace Qt::StringLiterals;
@@ -204,6 +206,44 @@ TEST_F(AccessTest, RemovalByPrefixIsExactAndSilent)
     store.deleteAllKeyBeginingWith(u""_s);
     EXPECT_EQ(text(store), "");
     EXPECT_EQ(notices.take(), 0);
+}
+
+TEST_F(AccessTest, ManyKeysComeAndGoInAnyOrder)
+{
+    store.clear();
+    std::mt19937 random(7);
+    std::map<QString, int> model;
+    for (int step = 0; step < 20000; ++step) {
+        QString const key = QString::number(random() % 700);
+        switch (random() % 400) {
+        case 0:
+            store.deleteAllKeyBeginingWith(key);
+            for (auto it = model.begin(); it != model.end();)
+                it = it->first.startsWith(key) ? model.erase(it) : std::next(it);
+            break;
+        case 1: // a change of a key behind the back of the store
+            if (auto *item = dynamic_cast<PR_IntItem *>(store.find(key)))
+                *item = *static_cast<PR_IntItem *>(*store.constBegin());
+            store.deleteAllKeyBeginingWith(u""_s);
+            model.clear();
+            break;
+        default:
+            if (random() % 3 == 0) {
+                store.deleteKey(key);
+                model.erase(key);
+            } else {
+                store.setIntValue(key, step);
+                model[key] = step;
+            }
+        }
+        QString const other = QString::number(random() % 700);
+        auto const found = model.find(other);
+        ASSERT_EQ(store.getIntValue(other, -1), found == model.end() ? -1 : found->second) << step;
+        bool const inOrder = step % 64 != 0
+            || std::equal(store.constBegin(), store.constEnd(), model.begin(), model.end(),
+                [](PR_PrefItem const *item, auto const &entry) { return item->getKey() == entry.first; });
+        ASSERT_TRUE(inOrder) << step;
+    }
 }
 
 TEST_F(AccessTest, DefaultsComeBackSilentlyExceptForLockedAndInternalItems)
