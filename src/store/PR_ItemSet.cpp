@@ -26,7 +26,7 @@ PR_ItemSet::Entry::Entry(PR_PrefItem *item)
         PR_EnumItem>();
 }
 
-size_t const PR_ItemSet::m_seed = QHashSeed::globalSeed();
+size_t const PR_ItemSet::s_seed = QHashSeed::globalSeed();
 
 PR_ItemSet::PR_ItemSet()
 {

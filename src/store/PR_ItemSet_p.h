@@ -121,7 +121,7 @@ private:
         size_t hash; // of the key with which it came
     };
 
-    static size_t hashOf(QString const &key) { return qHash(key, m_seed); }
+    static size_t hashOf(QString const &key) { return qHash(key, s_seed); }
     static quint16 tagOf(size_t hash) { return quint16(hash >> (8 * sizeof(hash) - 16)); }
 
     /*! The slot of a key; that of no item, to which the key would go, when there is none. */
@@ -137,7 +137,7 @@ private:
     void resize(size_t slots);
     void destroyAt(size_t slot);
 
-    static size_t const m_seed;
+    static size_t const s_seed;
 
     std::vector<Entry> m_slots; // a power of two, half of them free at least: a walk is short
     size_t m_mask = 0; // of the number of slots
