@@ -44,10 +44,15 @@ void reportUnreadable(PR_XmlFile const &file, QString const &path)
         PR_PreferenceMessages::report(PR_PreferenceMessages::CannotParse, MSG_Scope::Error, path);
 }
 
+// The text beside its item, not among those of the document, which would pin the memory around them.
+QString ownText(QString const &text)
+{
+    return QString(text.constData(), text.size());
+}
+
 std::unique_ptr<PR_PrefItem> createItem(PR_PrefItem::Category category, QDomElement const &definition)
 {
-    QString const id = definition.attribute(kId);
-    QString const key(id.constData(), id.size()); // a text beside its item, not among those of the document
+    QString const key = ownText(definition.attribute(kId));
     QString const type = definition.tagName();
     if (type == QLatin1String("shortcut"))
         return std::make_unique<PR_KeyItem>(category, key, definition.attribute(kValue));
@@ -106,8 +111,8 @@ PR_Preference::Error PR_Preference::initPreferences()
         auto item = createItem(PR_PrefItem::getCategory(category.attribute(kId)), definition);
         if (!item || !isValidInThisConfig(item.get()))
             return;
-        item->setShortDescription(definition.attribute(QStringLiteral("shortDesc")));
-        item->setLongDescription(definition.attribute(QStringLiteral("longDesc")));
+        item->setShortDescription(ownText(definition.attribute(QStringLiteral("shortDesc"))));
+        item->setLongDescription(ownText(definition.attribute(QStringLiteral("longDesc"))));
         if (definition.attribute(QStringLiteral("facilityOverride")).toLower() == QLatin1String("true"))
             item->setFacilityOverride();
         // A later definition wins, but a lock stays.
