@@ -17,8 +17,9 @@ for name in Base Preference; do
         | grep -v -e '^_' -e '^PR_CachedPreferences::_' | sort -u)
     if [ "${2:-}" = --update ]; then
         printf '%s\n' "$exported" >"$here/$list"
-    elif ! diff -u --label "listed in $list" --label "exported by libBrivant$name.so" "$here/$list" - <<<"$exported"; then
-        status=1
+    else
+        diff -u --label "listed in $list" --label "exported by libBrivant$name.so" "$here/$list" - <<<"$exported" \
+            || status=1
     fi
 done
 [ $status -eq 0 ] || printf '\nIf that is what you want: %q %q --update\n' "$here/${0##*/}" "$libraries"

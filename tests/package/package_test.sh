@@ -8,7 +8,7 @@ compile=("${@:5}")
 folder=$(cd "$(mktemp -d)" && pwd -P)
 trap 'rm -rf "$folder"' EXIT
 export XDG_RUNTIME_DIR=$folder # where there is none, Qt says so at each start
-unset LD_LIBRARY_PATH CMAKE_PREFIX_PATH CXXFLAGS LDFLAGS
+unset DESTDIR LD_LIBRARY_PATH CMAKE_PREFIX_PATH CXXFLAGS LDFLAGS
 
 step() { printf '== %s\n' "$*"; }
 fail() { printf 'error: %s\n' "$*" && exit 1; }
@@ -60,7 +60,7 @@ version=$(pkg-config --modversion brivantpreference)
 
 step "a consumer found by pkg-config"
 main=$source/tests/package/consumer/main.cpp
-"${compile[@]}" -fPIC "${cflags[@]}" "$main" -o "$folder/plain" "${libs[@]}" -Wl,-rpath,"$prefix/$libdir"
+"${compile[@]}" -std=c++17 -fPIC "${cflags[@]}" "$main" -o "$folder/plain" "${libs[@]}" -Wl,-rpath,"$prefix/$libdir"
 run "$folder/plain"
 
 step "a consumer found by CMake"
