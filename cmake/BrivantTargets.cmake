@@ -33,6 +33,10 @@ function(brivant_add_library name)
         SOVERSION ${PROJECT_VERSION_MAJOR}
         LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}
         INSTALL_RPATH $ORIGIN)
+    if(UNIX AND NOT APPLE)
+        target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/hidden-symbols.map)
+        set_target_properties(${target} PROPERTIES LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/hidden-symbols.map)
+    endif()
     target_include_directories(${target} PUBLIC
         $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/BrivantPreference>)

@@ -21,7 +21,7 @@ bool valueOf(PR_DoubleItem const *item, int &value)
 } // namespace
 
 template <class Item, class... Others, class Fallback>
-auto const &PR_Preference::read(QString const &key, Fallback const &fallback) const
+BRIVANT_PREFERENCE_NO_EXPORT auto const &PR_Preference::read(QString const &key, Fallback const &fallback) const
 {
     auto const entry = d->items.find(key);
     auto const *value = &fallback.value();
@@ -35,7 +35,7 @@ auto const &PR_Preference::read(QString const &key, Fallback const &fallback) co
 }
 
 template <class... Items, class Value, class Conversion>
-Value PR_Preference::readOr(QString const &key, Value value, Conversion conversion) const
+BRIVANT_PREFERENCE_NO_EXPORT Value PR_Preference::readOr(QString const &key, Value value, Conversion conversion) const
 {
     auto const entry = d->items.find(key);
     if (auto const *text = entry.as<PR_StringItem>()) {
@@ -49,7 +49,7 @@ Value PR_Preference::readOr(QString const &key, Value value, Conversion conversi
 }
 
 template <class Item, class Value, class Make>
-void PR_Preference::write(QString const &key, Value const &value, Make make)
+BRIVANT_PREFERENCE_NO_EXPORT void PR_Preference::write(QString const &key, Value const &value, Make make)
 {
     auto entry = d->items.find(key);
     if (!entry.as<Item>()) {

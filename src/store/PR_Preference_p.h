@@ -9,7 +9,7 @@
 #include <optional>
 
 /*! The state of a store, which no public header shows. */
-class PR_Preference::Private {
+class BRIVANT_PREFERENCE_NO_EXPORT PR_Preference::Private {
 public:
     Private(QString const &name, bool local);
 
