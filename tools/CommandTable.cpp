@@ -23,6 +23,17 @@ QStringList categories()
     }
     return texts + QStringList{ u"Panovia"_s }; // understood, but never shown under its own name
 }
+
+// The options whose verbs fulfil a condition, in the order of the table.
+template <class Condition> std::vector<Option> optionsWith(Condition const &holds)
+{
+    std::vector<Option> found;
+    for (Option const &option : CommandTable::options()) {
+        if (holds(CommandTable::verbsOf(option)))
+            found.push_back(option);
+    }
+    return found;
+}
 } // namespace
 
 std::vector<Verb> const &CommandTable::verbs()
@@ -171,11 +182,12 @@ QStringList CommandTable::verbsOf(Option const &option)
 
 std::vector<Option> CommandTable::optionsOf(Verb const *verb)
 {
-    std::vector<Option> found;
-    for (Option const &option : options()) {
-        QStringList const takers = verbsOf(option);
-        if (verb ? takers.contains(QLatin1String(verb->name)) : takers.isEmpty())
-            found.push_back(option);
-    }
-    return found;
+    return optionsWith([verb](QStringList const &takers) {
+        return verb ? takers.contains(QLatin1String(verb->name)) : takers.isEmpty();
+    });
+}
+
+std::vector<Option> CommandTable::optionsOfSomeVerbs()
+{
+    return optionsWith([](QStringList const &takers) { return !takers.isEmpty(); });
 }

@@ -61,6 +61,7 @@ ValueKind const &kind(QString name);
 QStringList verbsOf(Option const &option);
 /*! The options of a verb; without one, those that belong to no verb in particular. */
 std::vector<Option> optionsOf(Verb const *verb);
+std::vector<Option> optionsOfSomeVerbs();
 } // namespace CommandTable
 
 #endif

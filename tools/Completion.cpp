@@ -127,15 +127,15 @@ auto const scan = R"sh(
 auto const ask = R"sh(
 _prefs_ask()
 {
-    local line
+    local line rest newline=$'\n'
     if [[ $1 == keys ]]; then
-        "$program" "${typed[@]}" list | while IFS= read -r line; do printf '%s\n' "${line%%$'\t'*}"; done
+        "$program" "${typed[@]}" list | while IFS=$'\t' read -r line rest; do printf '%s\n' "$line"; done
         return
     fi
     "$program" "${typed[@]}" describe -- "$key" | while IFS= read -r line; do
         case $line in
             'Type: bool') printf '%s\n' true false ;;
-            'Choices: '*) line=${line#*: } && printf '%s\n' "${line//, /$'\n'}" ;;
+            'Choices: '*) line=${line#*: } && printf '%s\n' "${line//, /$newline}" ;;
         esac
     done
 } 2>/dev/null </dev/null
@@ -184,7 +184,7 @@ auto const bashTail = R"sh(
         # The part before "=" is to be given when readline does not break words there.
         [[ ${COMP_WORDS[COMP_CWORD]} != --*=* ]] || prefix=$option=
     elif [[ -z $plain && $current == -* ]]; then
-        candidates=$general_options${verb_options[${verb:-none}]:+ ${verb_options[$verb]}}
+        candidates="$general_options ${verb_options[${verb:-none}]-}"
         candidates=${candidates// /$'\n'}
     elif [[ -z $verb ]]; then
         candidates=${verbs// /$'\n'}
@@ -303,6 +303,7 @@ QString Completion::bash()
 {
     QStringList verbs;
     Map verbOptions(u"verb_options"_s);
+    verbOptions.add(u"none"_s, typedNames(CommandTable::optionsOfSomeVerbs()).join(u' '));
     for (Verb const &verb : CommandTable::verbs()) {
         verbs.append(QLatin1String(verb.name));
         verbOptions.add(verbs.constLast(), typedNames(CommandTable::optionsOf(&verb)).join(u' '));
@@ -315,7 +316,7 @@ QString Completion::bash()
 QString Completion::zsh()
 {
     QString texts;
-    QString ofVerbs;
+    QString ofVerbs = "    [[ -n $verb ]] || specs+=("_L1 + zshSpecs(CommandTable::optionsOfSomeVerbs()) + ")\n"_L1;
     for (Verb const &verb : CommandTable::verbs()) {
         QString const name = QLatin1String(verb.name);
         texts += "\n        "_L1 + quoted(name + u':' + QLatin1String(verb.help));

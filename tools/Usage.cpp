@@ -33,16 +33,6 @@ QString helpText(Option const &option)
     return text;
 }
 
-std::vector<Option> optionsOfSomeVerbs()
-{
-    std::vector<Option> found;
-    for (Option const &option : CommandTable::options()) {
-        if (!CommandTable::verbsOf(option).isEmpty())
-            found.push_back(option);
-    }
-    return found;
-}
-
 // Lines of a text for a terminal.
 QString wrapped(QString const &text, qsizetype indent)
 {
@@ -99,7 +89,7 @@ QString helpOfProgram()
     QString text = "Usage: prefs [OPTION...] VERB [ARGUMENT...]\n\n"_L1 + wrapped(description, 0) + "\nVerbs:\n"_L1;
     for (Verb const &verb : CommandTable::verbs())
         text += row(synopsis(verb), QLatin1String(verb.help));
-    text += rows(u"Options of some verbs"_s, optionsOfSomeVerbs(), true)
+    text += rows(u"Options of some verbs"_s, CommandTable::optionsOfSomeVerbs(), true)
         + rows(u"Options"_s, CommandTable::optionsOf(nullptr), false) + u'\n';
     for (char const *note : CommandTable::notes())
         text += wrapped(QLatin1String(note), 0);
@@ -161,7 +151,8 @@ QString Usage::manPage()
         page += paragraph(tag, roff(verb.help) + (*verb.details ? u'\n' + roff(verb.details) : QString()));
     }
     page += ".SH OPTIONS\n"_L1;
-    for (std::vector<Option> const &options : { optionsOfSomeVerbs(), CommandTable::optionsOf(nullptr) }) {
+    for (std::vector<Option> const &options :
+        { CommandTable::optionsOfSomeVerbs(), CommandTable::optionsOf(nullptr) }) {
         for (Option const &option : options) {
             QString const verbs = CommandTable::verbsOf(option).join(", "_L1);
             page += paragraph(emphasized(synopsis(option)),
