@@ -48,9 +48,10 @@ std::vector<Verb> const &CommandTable::verbs()
             "Ctrl+Shift+S, or the name of a font." },
         { "reset", "KEY", "", StoreVerbs::reset, "Goes back to the default and saves." },
         { "diff", "", "against json", ValueVerbs::diff, "What the user changed: key, default and value.",
-            "A key that has no definition has no default. With --against, what differs from another user's values: "
-            "key, value there and value here; their file is left as it is, damaged or not. The exit status does "
-            "not tell whether anything differs." },
+            "A value that equals the default is left out; a key that has no definition has no default. With --against, "
+            "what differs from another user's values: key, value there and value here. FILE is the file itself, such "
+            "as F-pref.xml; it is left as it is, damaged or not. The exit status does not tell whether anything "
+            "differs." },
         { "dump", "", "category changed", ValueVerbs::dump, "The values as JSON, as load takes them.",
             "One object, sorted by key. Switches are true or false, numbers are numbers, all else is the text that "
             "set takes: colors as #AARRGGBB, fonts by name. A value that has no such form, such as the font of a "
@@ -58,8 +59,9 @@ std::vector<Verb> const &CommandTable::verbs()
         { "load", "FILE", "dry-run", ValueVerbs::load, "Sets the values of a JSON file, all or none, and saves once.",
             "FILE is as dump writes it; \"-\" is standard input. Keys that it does not name stay as they are, and a "
             "value that is there already changes nothing, be it locked or null. Every other unknown key, locked key "
-            "and value of the wrong type or range is named on the error stream, and nothing is changed then; the exit "
-            "status is the lowest of their reasons. A file that gives a key twice is refused whole." },
+            "and value of the wrong type or range is named on the error stream, and nothing is changed then; of "
+            "several "
+            "reasons the lowest gives the exit status. A file that gives a key twice is refused whole." },
         { "cached", "", "", CacheVerbs::cached, "Accessor, key, type and value of each cached value." },
         { "scenes", "", "", CacheVerbs::scenes, "Recent scenes: key, last use, cache, and whether it goes next." },
     };
