@@ -260,7 +260,7 @@ auto const zshTail = R"sh(
 _prefs "$@"
 )sh"_L1;
 
-// The specification of an option for _arguments, one for each of its names.
+// What _arguments is told of an option, once for each of its names.
 QStringList zshSpecs(Option const &option)
 {
     QString help = QLatin1String(option.help);
@@ -285,7 +285,7 @@ QString zshSpecs(std::vector<Option> const &options)
     return lines;
 }
 
-// The specifications of what follows the verb.
+// What _arguments is told of a verb: its options and what follows it.
 QString zshSpecs(Verb const &verb)
 {
     QString lines = zshSpecs(CommandTable::optionsOf(&verb));
