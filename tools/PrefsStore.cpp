@@ -41,8 +41,13 @@ QString PrefsStore::nameOf(QCommandLineParser const &options)
 }
 
 PrefsStore::PrefsStore(Call const &call)
-    : PR_Preference(nameOf(call.options), call.options.isSet(u"local"_s), false)
-    , m_isLocal(call.options.isSet(u"local"_s))
+    : PrefsStore(nameOf(call.options), call.options.isSet(u"local"_s))
+{
+}
+
+PrefsStore::PrefsStore(QString const &name, bool local)
+    : PR_Preference(name, local, false)
+    , m_isLocal(local)
 {
     init();
     if (getErrorCode() != NoError)

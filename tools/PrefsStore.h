@@ -14,6 +14,7 @@ public:
 
     /*! Loads the store. One that cannot be loaded is never there to be saved over the user's file. */
     explicit PrefsStore(Call const &call);
+    PrefsStore(QString const &name, bool local);
 
     PR_PrefItem &item(QString const &key) const;
     /*! An item that may be changed; a lock is reported. */

@@ -1,5 +1,6 @@
 #include "StoreVerbs.h"
 
+#include "ItemFilter.h"
 #include "PrefsStore.h"
 #include "ValueText.h"
 #include "Verb.h"
@@ -14,15 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-PR_PrefItem::Category categoryOf(QString const &text)
-{
-    // Internal is also the answer for a text that names none.
-    PR_PrefItem::Category const category = PR_PrefItem::getCategory(text);
-    if (category == PR_PrefItem::Internal && text != PR_PrefItem::getCategoryString(category))
-        throw Failure{ ExitStatus::WrongUsage, u"There is no category \"%1\"."_s.arg(text) };
-    return category;
-}
-
 QString originText(PR_PrefItem const &item)
 {
     switch (item.getOrigin()) {
@@ -44,14 +36,10 @@ QString yesOrNo(bool value)
 
 void StoreVerbs::list(Call const &call)
 {
-    bool const ofCategory = call.options.isSet(u"category"_s);
-    auto const category = ofCategory ? categoryOf(call.options.value(u"category"_s)) : PR_PrefItem::All;
-    bool const changedOnly = call.options.isSet(u"changed"_s);
-
+    ItemFilter const filter(call.options);
     PrefsStore const store(call);
     for (PR_PrefItem const *item : store) {
-        if ((ofCategory && item->getCategory() != category)
-            || (changedOnly && item->getOrigin() != PR_PrefItem::OriginUser))
+        if (!filter.admits(*item))
             continue;
         call.out << ValueText::escaped(item->getKey()) << '\t' << ValueText::escaped(item->getTag()) << '\t'
                  << ValueText::escaped(item->valueAsString()) << '\n';

@@ -8,6 +8,7 @@
 #include "PR_RgbaItem.h"
 #include "PR_StringItem.h"
 
+#include <QLocale>
 #include <QRegularExpression>
 
 #include <cmath>
@@ -124,6 +125,31 @@ QString form(PR_FontItem const &)
     return u"the name of an available font"_s;
 }
 
+QString exactText(PR_BoolItem const &item)
+{
+    return item.value() ? u"yes"_s : u"no"_s;
+}
+
+QString exactText(PR_DoubleItem const &item)
+{
+    return QString::number(item.value(), 'g', QLocale::FloatingPointShortest);
+}
+
+QString exactText(PR_RgbaItem const &item)
+{
+    return u"#%1"_s.arg(item.value(), 8, 16, QLatin1Char('0'));
+}
+
+QString exactText(PR_FontItem &item)
+{
+    return item.fontName();
+}
+
+QString exactText(PR_PrefItem const &item)
+{
+    return item.valueAsString();
+}
+
 template <class Item, class Visitor> bool visitAs(PR_PrefItem &item, Visitor const &visitor)
 {
     auto *const typed = dynamic_cast<Item *>(&item);
@@ -149,6 +175,13 @@ ValueText::Outcome ValueText::assign(PR_PrefItem &item, QString const &text)
             outcome = typed.setValue(*value) ? Changed : Held;
     });
     return outcome;
+}
+
+QString ValueText::exact(PR_PrefItem &item)
+{
+    QString text;
+    visit(item, [&](auto &typed) { text = exactText(typed); });
+    return text;
 }
 
 QString ValueText::expectedForm(PR_PrefItem &item)

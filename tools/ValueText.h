@@ -14,6 +14,9 @@ enum Outcome {
 
 /*! Gives an item, which must not be locked, the value that a text stands for. */
 Outcome assign(PR_PrefItem &item, QString const &text);
+/*! The present value as a text that assign() takes back without loss. A value that none stands for, such as the font of
+    a machine without fonts, gives some other text. */
+QString exact(PR_PrefItem &item);
 /*! What a value of the item looks like, to go on with after "expected". */
 QString expectedForm(PR_PrefItem &item);
 /*! A text as part of one line: a tab, a line feed and a backslash as \\t, \\n and \\\\. */

@@ -21,7 +21,7 @@ enum class ExitStatus : int {
 /*! Thrown to end the program. */
 struct Failure {
     ExitStatus status;
-    QString text; /*!< For the error stream. */
+    QString text; /*!< For the error stream; may have several lines. */
 };
 
 /*! What the user asked a verb to do. */
@@ -34,10 +34,11 @@ struct Call {
 /*! One thing that the program can do. The texts are ASCII; lists of words are separated by blanks. */
 struct Verb {
     char const *name;
-    char const *arguments;
+    char const *arguments; /*!< Words of the kinds of value; "..." behind the last one: one or more of it. */
     char const *options; /*!< Those that no other verb takes unless it lists them too. */
     void (*run)(Call const &call);
     char const *help;
+    char const *details = ""; /*!< More sentences, for the manual. */
 };
 
 #endif

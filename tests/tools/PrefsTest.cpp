@@ -1,75 +1,11 @@
-#include "TestSupport.h"
+#include "ProgramTest.h"
 
 #include <QFile>
-#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-// One run of the program. "|" separates the arguments, "$" is the temporary folder.
-struct Command {
-    char const *arguments;
-    int status;
-    QByteArray out;
-    char const *messages = ""; // part of the error stream; an empty text stands for an empty stream
-};
-
-class PrefsTest : public HostTest {
-protected:
-    PrefsTest()
-    {
-        define(category("<bool id='BOOL' value='true'/>"
-                        "<int id='INT' value='3' min='-9' max='9' shortDesc='Cells' longDesc='Cells held.'/>"
-                        "<double id='DOUBLE' value='0.5' percentage='true'/>"
-                        "<color id='COLOR' red='1' green='2' blue='3'/>"
-                        "<string id='STRING' value='text'/>"
-                        "<shortcut id='KEY' value='Ctrl+S'/>"
-                        "<int id='LOCKED' value='1' facilityOverride='true'/>")
-            + category("<font id='FONT' value=''/><font id='OTHER_FONT' value=''/>", "Timeline"));
-        writeFile(u"file"_s, "not a folder");
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.remove(u"QT_QPA_PLATFORM"_s);
-        environment.insert(u"XDG_CONFIG_HOME"_s, path(u"config"_s));
-        m_process.setProcessEnvironment(environment);
-    }
-
-    void expect(std::vector<Command> const &commands)
-    {
-        for (Command const &command : commands) {
-            SCOPED_TRACE(command.arguments);
-            QString const arguments = QString::fromUtf8(command.arguments).replace(u'$', path(QString()));
-            m_process.start(QStringLiteral(PREFS_PROGRAM), commonArguments + arguments.split(u'|', Qt::SkipEmptyParts));
-            ASSERT_TRUE(m_process.waitForFinished()) << m_process.errorString();
-            ASSERT_EQ(m_process.exitStatus(), QProcess::NormalExit);
-            EXPECT_EQ(m_process.exitCode(), command.status);
-            EXPECT_EQ(m_process.readAllStandardOutput().toStdString(), command.out.toStdString());
-            std::string const messages = m_process.readAllStandardError().toStdString();
-            if (*command.messages)
-                EXPECT_NE(messages.find(command.messages), std::string::npos) << messages;
-            else
-                EXPECT_EQ(messages, "");
-        }
-    }
-
-    // The standard output of one run with one argument.
-    QByteArray output(QString const &verb)
-    {
-        m_process.start(QStringLiteral(PREFS_PROGRAM), commonArguments + QStringList{ verb });
-        EXPECT_TRUE(m_process.waitForFinished());
-        m_process.readAllStandardError();
-        return m_process.readAllStandardOutput();
-    }
-
-    QStringList commonArguments{ u"--install"_s, path(u"install"_s), u"--user"_s, path(u"user.pref"_s) };
-
-    void userFile(QByteArray const &items) const
-    {
-        writeFile(u"user-pref.xml"_s, "<preferences>" + items + "</preferences>");
-    }
-
-private:
-    QProcess m_process;
-};
+class PrefsTest : public ProgramTest { };
 } // namespace
 
 TEST_F(PrefsTest, ReadsAndFilters)
