@@ -4,10 +4,13 @@
 
 #include "HostPlatform.h"
 #include "MSG_Scope.h"
+#include "oswUtil.h"
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QTextStream>
+#include <QTranslator>
 
 #include <cstdio>
 #include <map>
@@ -122,6 +125,23 @@ void configureHost(QCommandLineParser const &options)
     host.hasMorphing = options.isSet(u"morphing"_s);
 }
 
+// The library's messages in the first language of the user for which they are there; the program's own are English.
+void loadTranslation(QTranslator &translator)
+{
+    QLocale const user = QLocale::system();
+    if (user.language() == QLocale::C) // whatever LANGUAGE says: scripts ask for English so
+        return;
+    QString const folder = oswUtil::ZeltDir(false) + "/translations"_L1;
+    for (QString const &language : user.uiLanguages()) {
+        if (QLocale(language).language() == QLocale::English)
+            return;
+        if (translator.load("brivantpreference_"_L1 + QString(language).replace(u'-', u'_'), folder)) {
+            QCoreApplication::installTranslator(&translator);
+            return;
+        }
+    }
+}
+
 // A negative number is a value, not an option, and so is what follows it.
 QStringList withNumbersAsValues(QStringList arguments)
 {
@@ -205,6 +225,8 @@ int main(int argc, char **argv)
     int own = 1;
     QGuiApplication const application(own, argv);
     qInstallMessageHandler(usual);
+    QTranslator translator;
+    loadTranslation(translator);
 
     QCommandLineParser parser;
     parser.setApplicationDescription(u"Reads and writes the preferences of a user."_s);
