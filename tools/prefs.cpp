@@ -5,9 +5,12 @@
 
 #include "HostPlatform.h"
 #include "MSG_Scope.h"
+#include "oswUtil.h"
 
 #include <QGuiApplication>
+#include <QLocale>
 #include <QTextStream>
+#include <QTranslator>
 
 #include <cstdio>
 
@@ -63,6 +66,23 @@ void configureHost(QCommandLineParser const &options)
     host.hasMorphing = options.isSet(u"morphing"_s);
 }
 
+// The library's messages in the first language of the user for which they are there; the program's own are English.
+void loadTranslation(QTranslator &translator)
+{
+    QLocale const user = QLocale::system();
+    if (user.language() == QLocale::C) // whatever LANGUAGE says: scripts ask for English so
+        return;
+    QString const folder = oswUtil::ZeltDir(false) + "/translations"_L1;
+    for (QString const &language : user.uiLanguages()) {
+        if (QLocale(language).language() == QLocale::English)
+            return;
+        if (translator.load("brivantpreference_"_L1 + QString(language).replace(u'-', u'_'), folder)) {
+            QCoreApplication::installTranslator(&translator);
+            return;
+        }
+    }
+}
+
 // Fonts need an application for a user interface, which runs without a display then. It is not shown the arguments: it
 // would take those that it knows for itself.
 void runVerb(CommandLine const &commandLine, char **argv, QTextStream &out)
@@ -78,6 +98,8 @@ void runVerb(CommandLine const &commandLine, char **argv, QTextStream &out)
     int own = 1;
     QGuiApplication const application(own, argv);
     qInstallMessageHandler(usual);
+    QTranslator translator;
+    loadTranslation(translator);
     configureHost(commandLine.options());
     commandLine.verb()->run({ commandLine.arguments(), commandLine.options(), out });
 }

@@ -12,34 +12,35 @@ struct CategoryText {
     char const *text;
 };
 
+// They stand in definition files, so the library hands them out in English; a host translates what it shows.
 CategoryText const categoryTexts[] = {
-    { PR_PrefItem::Internal, "Internal" },
-    { PR_PrefItem::All, "All" },
-    { PR_PrefItem::General, "General" },
-    { PR_PrefItem::DrawingMode, "Drawing Mode" },
-    { PR_PrefItem::Sceneplanning, "Sceneplanning" },
-    { PR_PrefItem::NodeView, "Node View" },
-    { PR_PrefItem::ExposureSheet, "Exposure Sheet" },
-    { PR_PrefItem::ColorManagement, "Color Management" },
-    { PR_PrefItem::Highlighting, "Highlighting" },
-    { PR_PrefItem::ElementManager, "Element Manager" },
-    { PR_PrefItem::FunctionEditor, "Function Editor" },
-    { PR_PrefItem::Library, "Library" },
-    { PR_PrefItem::PlaybackView, "Playback View" },
-    { PR_PrefItem::Timeline, "Timeline" },
-    { PR_PrefItem::Sound, "Sound" },
-    { PR_PrefItem::TreeView, "Tree View" },
-    { PR_PrefItem::RenderView, "Render View" },
-    { PR_PrefItem::Scanning, "Scanning" },
-    { PR_PrefItem::Render, "Render" },
+    { PR_PrefItem::Internal, QT_TRANSLATE_NOOP("PR_PrefItem", "Internal") },
+    { PR_PrefItem::All, QT_TRANSLATE_NOOP("PR_PrefItem", "All") },
+    { PR_PrefItem::General, QT_TRANSLATE_NOOP("PR_PrefItem", "General") },
+    { PR_PrefItem::DrawingMode, QT_TRANSLATE_NOOP("PR_PrefItem", "Drawing Mode") },
+    { PR_PrefItem::Sceneplanning, QT_TRANSLATE_NOOP("PR_PrefItem", "Sceneplanning") },
+    { PR_PrefItem::NodeView, QT_TRANSLATE_NOOP("PR_PrefItem", "Node View") },
+    { PR_PrefItem::ExposureSheet, QT_TRANSLATE_NOOP("PR_PrefItem", "Exposure Sheet") },
+    { PR_PrefItem::ColorManagement, QT_TRANSLATE_NOOP("PR_PrefItem", "Color Management") },
+    { PR_PrefItem::Highlighting, QT_TRANSLATE_NOOP("PR_PrefItem", "Highlighting") },
+    { PR_PrefItem::ElementManager, QT_TRANSLATE_NOOP("PR_PrefItem", "Element Manager") },
+    { PR_PrefItem::FunctionEditor, QT_TRANSLATE_NOOP("PR_PrefItem", "Function Editor") },
+    { PR_PrefItem::Library, QT_TRANSLATE_NOOP("PR_PrefItem", "Library") },
+    { PR_PrefItem::PlaybackView, QT_TRANSLATE_NOOP("PR_PrefItem", "Playback View") },
+    { PR_PrefItem::Timeline, QT_TRANSLATE_NOOP("PR_PrefItem", "Timeline") },
+    { PR_PrefItem::Sound, QT_TRANSLATE_NOOP("PR_PrefItem", "Sound") },
+    { PR_PrefItem::TreeView, QT_TRANSLATE_NOOP("PR_PrefItem", "Tree View") },
+    { PR_PrefItem::RenderView, QT_TRANSLATE_NOOP("PR_PrefItem", "Render View") },
+    { PR_PrefItem::Scanning, QT_TRANSLATE_NOOP("PR_PrefItem", "Scanning") },
+    { PR_PrefItem::Render, QT_TRANSLATE_NOOP("PR_PrefItem", "Render") },
     { PR_PrefItem::Panovia, "Panovia" },
 };
 } // namespace
 
 PR_PrefItem::PR_PrefItem(Category category, QString const &key, QString const &tag)
     : m_tag(tag)
-    , m_shortDescription(QStringLiteral("No short description available"))
-    , m_longDescription(QStringLiteral("No long description available"))
+    , m_shortDescription(QStringLiteral(QT_TRANSLATE_NOOP("PR_PrefItem", "No short description available")))
+    , m_longDescription(QStringLiteral(QT_TRANSLATE_NOOP("PR_PrefItem", "No long description available")))
     , m_key(key)
     , m_category(category)
     , m_origin(category == Internal ? OriginUser : OriginDefault)

@@ -95,7 +95,8 @@ public:
 
     /*! The category of a text of the definition files (exact); Internal for any other text. */
     static Category getCategory(QString const &text);
-    /*! The text of a category; "Internal" for numbers without a text and for Panovia. */
+    /*! The text of a category; "Internal" for numbers without a text and for Panovia. It is English, as in the
+        definition files; QCoreApplication::translate("PR_PrefItem", text) gives what to show. */
     static QString getCategoryString(Category category);
 
 protected:

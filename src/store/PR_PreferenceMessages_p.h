@@ -8,6 +8,7 @@
 
 /*! What stores tell the user. The English text is also the source text of the translations. */
 namespace PR_PreferenceMessages {
+//: While reading. %1 is a path, here and in all messages below.
 constexpr char const *CannotOpenForReading = QT_TRANSLATE_NOOP("PR_Preference", "Unable to open preference file (%1)");
 constexpr char const *CannotParse = QT_TRANSLATE_NOOP("PR_Preference", "Unable to parse prefereces file (%1)");
 constexpr char const *NoFileSpecified =
@@ -19,6 +20,7 @@ constexpr char const *BackupRestored = QT_TRANSLATE_NOOP(
     "PR_Preference", "Preference file %1 is empty or corrupted.\nBackup preference file has been restored.");
 constexpr char const *DefaultsLoaded = QT_TRANSLATE_NOOP(
     "PR_Preference", "Preference file %1 is empty or corrupted.\nDefault preferences will be loaded instead.");
+//: While saving.
 constexpr char const *CannotOpenForWriting = QT_TRANSLATE_NOOP("PR_Preference", "Unable to open preference file: %1");
 constexpr char const *WriteError = QT_TRANSLATE_NOOP("PR_Preference", "Error while writing preference file: %1");
 constexpr char const *NotInitialized = QT_TRANSLATE_NOOP("PR_Preference", "Could not initialize preferences.");

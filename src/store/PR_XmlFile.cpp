@@ -3,6 +3,7 @@
 
 #include "NativePath_p.h"
 
+#include <QCoreApplication>
 #include <QFile>
 
 namespace fs = std::filesystem;
@@ -41,7 +42,8 @@ PR_XmlFile PR_XmlFile::read(QString const &path)
     bool const reasonable = scan.isReasonable();
     result.state = reasonable ? Read : NotXml;
     if (!reasonable)
-        result.error = QStringLiteral("nested too deeply, too many attributes, or too large for its entities");
+        result.error = QCoreApplication::translate(
+            "PR_XmlFile", "nested too deeply, too many attributes, or too large for its entities");
     return result;
 }
 
@@ -54,7 +56,7 @@ PR_XmlFile PR_XmlFile::readDocument(QString const &path)
     int column = 0;
     bool parsed = false;
     if (result.elementCount > maximumElementsOfDocument)
-        result.error = QStringLiteral("too many elements");
+        result.error = QCoreApplication::translate("PR_XmlFile", "too many elements");
     else
         parsed = result.document.setContent(result.bytes, false, &result.error, &line, &column);
     result.state = parsed ? Read : NotXml;

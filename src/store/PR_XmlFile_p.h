@@ -31,7 +31,7 @@ struct PR_XmlFile {
     QString path;
     PR_FileState version; /*!< Of the file when it was opened. */
     State state = CannotOpen;
-    QString error; /*!< In English. */
+    QString error; /*!< To show, in the language of the host. */
     qint64 errorLine = 0; /*!< From 1; 0 when the error has no place. */
     qint64 errorColumn = 0;
     QByteArray bytes;

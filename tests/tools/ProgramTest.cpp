@@ -15,6 +15,7 @@ ProgramTest::ProgramTest()
     writeFile(u"file"_s, "not a folder");
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(u"QT_QPA_PLATFORM"_s);
+    environment.insert(u"LC_ALL"_s, u"C"_s); // messages in English
     environment.insert(u"XDG_CONFIG_HOME"_s, path(u"config"_s));
     m_process.setProcessEnvironment(environment);
 }

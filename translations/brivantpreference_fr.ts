@@ -1,0 +1,165 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr">
+<context>
+    <name>PR_PrefItem</name>
+    <message>
+        <source>Internal</source>
+        <translation>Interne</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Toutes</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Général</translation>
+    </message>
+    <message>
+        <source>Drawing Mode</source>
+        <translation>Mode dessin</translation>
+    </message>
+    <message>
+        <source>Sceneplanning</source>
+        <translation>Planification de scène</translation>
+    </message>
+    <message>
+        <source>Node View</source>
+        <translation>Vue des nœuds</translation>
+    </message>
+    <message>
+        <source>Exposure Sheet</source>
+        <translation>Feuille d’exposition</translation>
+    </message>
+    <message>
+        <source>Color Management</source>
+        <translation>Gestion des couleurs</translation>
+    </message>
+    <message>
+        <source>Highlighting</source>
+        <translation>Mise en évidence</translation>
+    </message>
+    <message>
+        <source>Element Manager</source>
+        <translation>Gestionnaire d’éléments</translation>
+    </message>
+    <message>
+        <source>Function Editor</source>
+        <translation>Éditeur de fonctions</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Bibliothèque</translation>
+    </message>
+    <message>
+        <source>Playback View</source>
+        <translation>Vue de lecture</translation>
+    </message>
+    <message>
+        <source>Timeline</source>
+        <translation>Ligne de temps</translation>
+    </message>
+    <message>
+        <source>Sound</source>
+        <translation>Son</translation>
+    </message>
+    <message>
+        <source>Tree View</source>
+        <translation>Vue arborescente</translation>
+    </message>
+    <message>
+        <source>Render View</source>
+        <translation>Vue de rendu</translation>
+    </message>
+    <message>
+        <source>Scanning</source>
+        <translation>Numérisation</translation>
+    </message>
+    <message>
+        <source>Render</source>
+        <translation>Rendu</translation>
+    </message>
+    <message>
+        <source>No short description available</source>
+        <translation>Aucune description courte disponible</translation>
+    </message>
+    <message>
+        <source>No long description available</source>
+        <translation>Aucune description détaillée disponible</translation>
+    </message>
+    <message>
+        <source>This preference has been locked at the facility-wide level.
+ Please see your system administrator for details.</source>
+        <translation>Cette préférence a été verrouillée pour l’ensemble du studio.
+Pour plus de détails, adressez-vous à votre administrateur système.</translation>
+    </message>
+</context>
+<context>
+    <name>PR_Preference</name>
+    <message>
+        <source>Unable to open preference file (%1)</source>
+        <extracomment>While reading. %1 is a path, here and in all messages below.</extracomment>
+        <translation>Impossible d’ouvrir le fichier de préférences (%1)</translation>
+    </message>
+    <message>
+        <source>Unable to parse prefereces file (%1)</source>
+        <translation>Impossible d’analyser le fichier de préférences (%1)</translation>
+    </message>
+    <message>
+        <source>TUPreference::load: No preference file specified</source>
+        <translation>TUPreference::load&#xa0;: aucun fichier de préférences n’est indiqué</translation>
+    </message>
+    <message>
+        <source>Preference file not found: %1</source>
+        <translation>Fichier de préférences introuvable&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Default preference file not found: %1 </source>
+        <translation>Fichier des préférences par défaut introuvable&#xa0;: %1 </translation>
+    </message>
+    <message>
+        <source>Preference file %1 is empty or corrupted.
+Backup preference file has been restored.</source>
+        <translation>Le fichier de préférences %1 est vide ou endommagé.
+Sa copie de sauvegarde a été restaurée.</translation>
+    </message>
+    <message>
+        <source>Preference file %1 is empty or corrupted.
+Default preferences will be loaded instead.</source>
+        <translation>Le fichier de préférences %1 est vide ou endommagé.
+Les préférences par défaut vont être chargées à la place.</translation>
+    </message>
+    <message>
+        <source>Unable to open preference file: %1</source>
+        <extracomment>While saving.</extracomment>
+        <translation>Impossible d’ouvrir le fichier de préférences&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Error while writing preference file: %1</source>
+        <translation>Erreur lors de l’écriture du fichier de préférences&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Could not initialize preferences.</source>
+        <translation>Impossible d’initialiser les préférences.</translation>
+    </message>
+    <message>
+        <source>The store has no preference file.</source>
+        <translation>Aucun fichier n’est prévu pour ces préférences.</translation>
+    </message>
+    <message>
+        <source>The new file cannot be put in the place of the old one.</source>
+        <translation>Le nouveau fichier ne peut pas remplacer l’ancien.</translation>
+    </message>
+</context>
+<context>
+    <name>PR_XmlFile</name>
+    <message>
+        <source>nested too deeply, too many attributes, or too large for its entities</source>
+        <translation>imbrication trop profonde, attributs trop nombreux ou fichier trop volumineux pour les entités qu’il déclare</translation>
+    </message>
+    <message>
+        <source>too many elements</source>
+        <translation>éléments trop nombreux</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,165 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja">
+<context>
+    <name>PR_PrefItem</name>
+    <message>
+        <source>Internal</source>
+        <translation>内部</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>すべて</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>一般</translation>
+    </message>
+    <message>
+        <source>Drawing Mode</source>
+        <translation>描画モード</translation>
+    </message>
+    <message>
+        <source>Sceneplanning</source>
+        <translation>シーンプランニング</translation>
+    </message>
+    <message>
+        <source>Node View</source>
+        <translation>ノードビュー</translation>
+    </message>
+    <message>
+        <source>Exposure Sheet</source>
+        <translation>タイムシート</translation>
+    </message>
+    <message>
+        <source>Color Management</source>
+        <translation>カラーマネジメント</translation>
+    </message>
+    <message>
+        <source>Highlighting</source>
+        <translation>ハイライト</translation>
+    </message>
+    <message>
+        <source>Element Manager</source>
+        <translation>エレメントマネージャー</translation>
+    </message>
+    <message>
+        <source>Function Editor</source>
+        <translation>関数エディター</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>ライブラリ</translation>
+    </message>
+    <message>
+        <source>Playback View</source>
+        <translation>再生ビュー</translation>
+    </message>
+    <message>
+        <source>Timeline</source>
+        <translation>タイムライン</translation>
+    </message>
+    <message>
+        <source>Sound</source>
+        <translation>サウンド</translation>
+    </message>
+    <message>
+        <source>Tree View</source>
+        <translation>ツリービュー</translation>
+    </message>
+    <message>
+        <source>Render View</source>
+        <translation>レンダービュー</translation>
+    </message>
+    <message>
+        <source>Scanning</source>
+        <translation>スキャン</translation>
+    </message>
+    <message>
+        <source>Render</source>
+        <translation>レンダリング</translation>
+    </message>
+    <message>
+        <source>No short description available</source>
+        <translation>短い説明はありません</translation>
+    </message>
+    <message>
+        <source>No long description available</source>
+        <translation>詳しい説明はありません</translation>
+    </message>
+    <message>
+        <source>This preference has been locked at the facility-wide level.
+ Please see your system administrator for details.</source>
+        <translation>この環境設定は、施設全体でロックされています。
+詳しくは、システム管理者にお問い合わせください。</translation>
+    </message>
+</context>
+<context>
+    <name>PR_Preference</name>
+    <message>
+        <source>Unable to open preference file (%1)</source>
+        <extracomment>While reading. %1 is a path, here and in all messages below.</extracomment>
+        <translation>環境設定ファイルを開けません（%1）</translation>
+    </message>
+    <message>
+        <source>Unable to parse prefereces file (%1)</source>
+        <translation>環境設定ファイルを解析できません（%1）</translation>
+    </message>
+    <message>
+        <source>TUPreference::load: No preference file specified</source>
+        <translation>TUPreference::load: 環境設定ファイルが指定されていません</translation>
+    </message>
+    <message>
+        <source>Preference file not found: %1</source>
+        <translation>環境設定ファイルが見つかりません: %1</translation>
+    </message>
+    <message>
+        <source>Default preference file not found: %1 </source>
+        <translation>既定の環境設定ファイルが見つかりません: %1 </translation>
+    </message>
+    <message>
+        <source>Preference file %1 is empty or corrupted.
+Backup preference file has been restored.</source>
+        <translation>環境設定ファイル %1 は空であるか、破損しています。
+バックアップの環境設定ファイルを復元しました。</translation>
+    </message>
+    <message>
+        <source>Preference file %1 is empty or corrupted.
+Default preferences will be loaded instead.</source>
+        <translation>環境設定ファイル %1 は空であるか、破損しています。
+代わりに既定の環境設定を読み込みます。</translation>
+    </message>
+    <message>
+        <source>Unable to open preference file: %1</source>
+        <extracomment>While saving.</extracomment>
+        <translation>環境設定ファイルを開けません: %1</translation>
+    </message>
+    <message>
+        <source>Error while writing preference file: %1</source>
+        <translation>環境設定ファイルの書き込み中にエラーが発生しました: %1</translation>
+    </message>
+    <message>
+        <source>Could not initialize preferences.</source>
+        <translation>環境設定を初期化できませんでした。</translation>
+    </message>
+    <message>
+        <source>The store has no preference file.</source>
+        <translation>この環境設定には保存先のファイルがありません。</translation>
+    </message>
+    <message>
+        <source>The new file cannot be put in the place of the old one.</source>
+        <translation>古いファイルを新しいファイルに置き換えることができません。</translation>
+    </message>
+</context>
+<context>
+    <name>PR_XmlFile</name>
+    <message>
+        <source>nested too deeply, too many attributes, or too large for its entities</source>
+        <translation>入れ子が深すぎるか、属性が多すぎるか、エンティティを使うファイルとしては大きすぎます</translation>
+    </message>
+    <message>
+        <source>too many elements</source>
+        <translation>要素が多すぎます</translation>
+    </message>
+</context>
+</TS>
