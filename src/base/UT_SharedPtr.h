@@ -25,7 +25,12 @@ private:
 /*! Counted reference to a \a T derived from UT_ShareBase; the last one to go deletes the object. */
 template <class T> class UT_SharedPtr {
 public:
+    /*! Refers to nothing. */
     UT_SharedPtr() = default;
+    /*! \name Counting
+        Each reference to an object counts once; assignment and destruction give one up. */
+    /*!\{*/
+    /*! Shares \a object, which was made by new, or nothing. */
     UT_SharedPtr(T *object)
         : m_object(object)
     {
@@ -50,15 +55,24 @@ public:
         std::swap(m_object, other.m_object);
         return *this;
     }
+    /*!\}*/
 
+    /*! \name Access */
+    /*!\{*/
+    /*! The object; null for a reference to nothing, of which isNull() tells. */
     T *get() const { return m_object; }
     T *operator->() const { return m_object; }
     T &operator*() const { return *m_object; }
     bool isNull() const { return !m_object; }
     explicit operator bool() const { return m_object; }
+    /*!\}*/
 
+    /*! \name Comparison */
+    /*!\{*/
+    /*! By the identity of the objects. */
     friend bool operator==(UT_SharedPtr const &a, UT_SharedPtr const &b) { return a.m_object == b.m_object; }
     friend bool operator!=(UT_SharedPtr const &a, UT_SharedPtr const &b) { return a.m_object != b.m_object; }
+    /*!\}*/
 
 private:
     T *m_object = nullptr;
