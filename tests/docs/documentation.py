@@ -156,7 +156,9 @@ def fits(printed, expected):
 def run_section(commands, root, environment):
     """Runs the commands in one shell; the complaints about them."""
     mark = "@@ end of command"
-    script = "".join(f"{command.text}\nprintf '\\n{mark} %d\\n' $?\n" for command in commands)
+    # The status is handed on, for a command such as "echo $?".
+    end = f"status=$?; printf '\\n{mark} %d\\n' $status; (exit $status)"
+    script = "".join(f"{command.text}\n{end}\n" for command in commands)
     shell = subprocess.run(["bash", "-c", script], cwd=environment["HOME"], env=environment, timeout=60, text=True,
         stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
     outputs = re.split(rf"\n{mark} (\d+)\n", shell.stdout.replace(str(root), ""))
