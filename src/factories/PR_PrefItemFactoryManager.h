@@ -17,8 +17,8 @@ public:
     /*!\{*/
     /*! Another registry of the same factories, which the library does not look into. */
     PR_PrefItemFactoryManager(PR_PrefItemFactoryManager const &);
-    PR_PrefItemFactoryManager &operator=(PR_PrefItemFactoryManager const &);
-    ~PR_PrefItemFactoryManager();
+    PR_PrefItemFactoryManager &operator=(PR_PrefItemFactoryManager const &); /*!< The same. */
+    ~PR_PrefItemFactoryManager(); /*!< Gives up its references to the factories. */
     /*!\}*/
 
     /*! The factory registered under exactly \a name, or null. */

@@ -14,7 +14,7 @@ public:
     /*!\{*/
     /*! With a list of fonts of its own. */
     PR_FontItem(PR_FontItem const &other);
-    PR_FontItem &operator=(PR_FontItem const &other);
+    PR_FontItem &operator=(PR_FontItem const &other); /*!< The same. */
     /*!\}*/
 
     ~PR_FontItem() override;

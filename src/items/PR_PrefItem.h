@@ -55,7 +55,7 @@ public:
     /*!\{*/
     /*! All of an item, its key too; never assign to an item that is in a store. */
     PR_PrefItem(PR_PrefItem const &) = default;
-    PR_PrefItem &operator=(PR_PrefItem const &) = default;
+    PR_PrefItem &operator=(PR_PrefItem const &) = default; /*!< The same. */
     /*!\}*/
 
     /*! Takes the value of an element of a user's file. True when the element is this item's and its value can be

@@ -56,7 +56,7 @@ public:
     /*!\{*/
     /*! As tr(), which reads UTF-8 itself. */
     static QString trUtf8(char const *source, char const *disambiguation = nullptr);
-    static QString trUtf8(char const *source, char const *disambiguation, int n);
+    static QString trUtf8(char const *source, char const *disambiguation, int n); /*!< The same for \a n things. */
     /*!\}*/
 
     /*! \name Lookup
@@ -75,40 +75,40 @@ public:
     /*! \name Reads of a current value by reference
         A key without an item of the type gives the store's false, 0 or empty value, valid as long as the store. */
     /*!\{*/
-    bool const &getBool(QString const &key) const;
+    bool const &getBool(QString const &key) const; /*!< Of a bool. */
     int const &getInt(QString const &key) const; /*!< Also the index of an enumeration or a font. */
     int const &getEnum(QString const &key) const; /*!< Also an integer. */
-    double const &getDouble(QString const &key) const;
-    unsigned int const &getRgba(QString const &key) const;
-    QString const &getString(QString const &key) const;
-    QKeySequence const &getKey(QString const &key) const;
+    double const &getDouble(QString const &key) const; /*!< Of a double alone. */
+    unsigned int const &getRgba(QString const &key) const; /*!< Of a color, as 0xAARRGGBB. */
+    QString const &getString(QString const &key) const; /*!< Of a string alone. */
+    QKeySequence const &getKey(QString const &key) const; /*!< Of a shortcut; empty for none. */
     /*!\}*/
 
     /*! \name Reads with a default
         A string item gives what its text converts to; a key without a fitting item gives \a value. */
     /*!\{*/
-    bool getBoolValue(QString const &key, bool value) const;
+    bool getBoolValue(QString const &key, bool value) const; /*!< Of a bool. */
     int getIntValue(
         QString const &key, int value) const; /*!< Also a double, truncated; \a value when it is too large. */
     double getDoubleValue(QString const &key, double value) const; /*!< Also an integer. */
-    int getEnumValue(QString const &key, int value) const;
-    unsigned int getRgbaValue(QString const &key, unsigned int const &value) const;
+    int getEnumValue(QString const &key, int value) const; /*!< The index of an enumeration or a font. */
+    unsigned int getRgbaValue(QString const &key, unsigned int const &value) const; /*!< Of a color, as 0xAARRGGBB. */
     QString getStringValue(QString const &key, QString const &value) const; /*!< The text form of any item. */
-    QString getFontValue(QString const &key, QString const &value) const;
+    QString getFontValue(QString const &key, QString const &value) const; /*!< Of a font alone, its name. */
     /*!\}*/
 
-    /*! \name Writes */
-    /*!\{*/
-    /*! Makes \a value the user's value. A change refreshes the cache and is then announced by preferenceChanged();
-       nothing is saved. A missing key is created in the category Internal, without refresh or notice, save that
+    /*! \name Writes
+        Each makes \a value the user's value. A change refreshes the cache and is then announced by preferenceChanged();
+        nothing is saved. A missing key is created in the category Internal, without refresh or notice, save that
         setEnumValue() announces an index other than 0. An item of another class is replaced by such a one, but never a
         locked item: it reports and stays. Only setStringValue() leaves items of other classes as they are. */
-    void setBoolValue(QString const &key, bool value);
-    void setIntValue(QString const &key, int value);
-    void setDoubleValue(QString const &key, double value);
-    void setEnumValue(QString const &key, int value);
-    void setRgbaValue(QString const &key, unsigned int const &value);
-    void setStringValue(QString const &key, QString const &value);
+    /*!\{*/
+    void setBoolValue(QString const &key, bool value); /*!< A bool. */
+    void setIntValue(QString const &key, int value); /*!< The range of the item is not tested. */
+    void setDoubleValue(QString const &key, double value); /*!< A double. */
+    void setEnumValue(QString const &key, int value); /*!< The index of an enumeration or a font; not tested. */
+    void setRgbaValue(QString const &key, unsigned int const &value); /*!< A color, as 0xAARRGGBB. */
+    void setStringValue(QString const &key, QString const &value); /*!< A string. */
     /*!\}*/
 
     /*! Refreshes the cache and announces a change, as a write does. */

@@ -79,7 +79,8 @@ def source_of(piece):
     if not includes:
         headers = sorted(path.name for path in SOURCE.glob("src/*/*.h") if not path.stem.endswith("_p"))
         includes = [f"#include <{header}>" for header in headers]
-    begin = f"namespace {name}" if piece.comment == "file scope" else f"void {name}({parameters[1] if parameters else ''})"
+    function = f"void {name}({parameters[1] if parameters else ''})"
+    begin = f"namespace {name}" if piece.comment == "file scope" else function
     code = [*includes, f"#define main main_{name}", begin, "{", f'#line {piece.line} "{piece.file}"', *body, "}", ""]
     return name, "\n".join(code)
 
@@ -168,7 +169,8 @@ def run_section(commands, root, environment):
             return
         printed, status = outputs[2 * index].splitlines(), int(outputs[2 * index + 1])
         if not fits(printed, command.expected):
-            yield "\n    ".join([f"{command.place}: expected", *command.expected, f"printed (status {status})", *printed])
+            title = f"{command.place}: expected"
+            yield "\n    ".join([title, *command.expected, f"printed (status {status})", *printed])
         elif status != 0 and not command.expected:
             yield f"{command.place}: status {status}"
 
