@@ -5,7 +5,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-l10n-tools libgtest-dev)
 fuzz_packages=("${build_packages[@]}" clang libclang-rt-14-dev)
-test_packages=("${fuzz_packages[@]}" libbenchmark-dev libxml2-utils strace pkgconf doxygen mandoc zsh
+test_packages=("${fuzz_packages[@]}" libbenchmark-dev libxml2-utils strace pkgconf doxygen mandoc zsh python3
     xvfb qt6-qpa-plugins fonts-dejavu-core)
 ci_packages=("${test_packages[@]}" git clang-format clang-tidy)
 

@@ -11,10 +11,12 @@
 /*! The fonts that are available to the application. */
 class BRIVANT_BASE_EXPORT FM_FontManager {
 public:
+    /*! One font. */
     struct FontDesc {
-        UT_String name;
+        UT_String name; /*!< Of the family, as shown. */
     };
 
+    /*! The one instance; lives as long as the process. */
     static FM_FontManager &instance();
 
     /*! The fonts in a stable order; valid until the next call. */

@@ -36,12 +36,12 @@ public:
     /*! Turns a stored path into the one to open; when empty, paths are opened as they are. */
     std::function<QString(QString const &)> remapPath;
 
-    QStringList featureKeywords;
-    bool hasMorphing = false;
-    bool hasPanoviaPreferenceUI = false;
-    bool appIsPanovia = false;
+    QStringList featureKeywords; /*!< Those that hold: what the attribute "feature" of definitions asks for. */
+    bool hasMorphing = false; /*!< Without it, definitions whose key contains MORPH are passed over. */
+    bool hasPanoviaPreferenceUI = false; /*!< Chooses Panovia's definition files and preference sets. */
+    bool appIsPanovia = false; /*!< The product is Panovia; with languageID 4 its sheet terms are locked on. */
     int mode = 0; /*!< 2 paint, 3 scan, any other full. */
-    int languageID = 0;
+    int languageID = 0; /*!< Of the user interface; the library tells only 4 from the others. */
 
     /*! Available fonts; when not set, the system's families if a QGuiApplication exists, else none. */
     std::optional<QStringList> fonts;

@@ -10,6 +10,7 @@ class BRIVANT_BASE_EXPORT MSG_Text {
 public:
     /*! An empty text. */
     MSG_Text() = default;
+    /*! From an English \a source text and its \a translation, with the same markers. */
     MSG_Text(QString const &source, QString const &translation);
 
     /*! Fills the marker with the lowest number, right-aligned in \a fieldWidth characters (0: no padding). */

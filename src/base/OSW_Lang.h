@@ -6,6 +6,7 @@
 /*! Language of the user interface. */
 class BRIVANT_BASE_EXPORT OSW_Lang {
 public:
+    /*! The number of the language (HostPlatform::languageID). */
     static int languageID();
 };
 

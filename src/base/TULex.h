@@ -24,13 +24,17 @@ public:
 
     /*! Text of the current token; empty at the end. */
     operator QString() const { return m_token; }
+    /*! Whether the current token is \a text. */
     bool operator==(QString const &text) const { return m_token == text; }
 
-    /*! Read the current token as a value and advance. A token that is not of the type stays the current one and the
-        result is false. */
+    /*! \name Values
+        Reads the current token as a value and advances. A token that is not of the type stays the current one, \a value
+        stays as it is, and the result is false. */
+    /*!\{*/
     bool get_bool(bool &value); /*!< Y, N, yes, no, true and false, in any case. */
     bool get_int(int &value); /*!< Decimal. */
-    bool get_double(double &value);
+    bool get_double(double &value); /*!< With a decimal point, whatever the locale. */
+    /*!\}*/
 
 private:
     void readQuoted();

@@ -25,39 +25,51 @@ private:
 /*! Counted reference to a \a T derived from UT_ShareBase; the last one to go deletes the object. */
 template <class T> class UT_SharedPtr {
 public:
+    /*! Refers to nothing. */
     UT_SharedPtr() = default;
+    /*! Shares \a object, which was made by new, or nothing. */
     UT_SharedPtr(T *object)
         : m_object(object)
     {
         if (m_object)
             ++m_object->m_refCount;
     }
+    /*! Shares the same object. */
     UT_SharedPtr(UT_SharedPtr const &other)
         : UT_SharedPtr(other.m_object)
     {
     }
+    /*! Takes the reference over; \a other refers to nothing then. */
     UT_SharedPtr(UT_SharedPtr &&other) noexcept
         : m_object(std::exchange(other.m_object, nullptr))
     {
     }
+    /*! Deletes the object when this was the last reference. */
     ~UT_SharedPtr()
     {
         if (m_object && --m_object->m_refCount == 0)
             delete m_object;
     }
+    /*! Shares the object of \a other in place of its own. */
     UT_SharedPtr &operator=(UT_SharedPtr other) noexcept
     {
         std::swap(m_object, other.m_object);
         return *this;
     }
 
-    T *get() const { return m_object; }
-    T *operator->() const { return m_object; }
-    T &operator*() const { return *m_object; }
-    bool isNull() const { return !m_object; }
-    explicit operator bool() const { return m_object; }
+    /*! \name Access
+        The object is null for a reference to nothing. */
+    /*!\{*/
+    T *get() const { return m_object; } /*!< The object or null. */
+    T *operator->() const { return m_object; } /*!< Not for null. */
+    T &operator*() const { return *m_object; } /*!< Not for null. */
+    bool isNull() const { return !m_object; } /*!< Whether it refers to nothing. */
+    explicit operator bool() const { return m_object; } /*!< Whether it refers to an object. */
+    /*!\}*/
 
+    /*! Whether both refer to the same object. */
     friend bool operator==(UT_SharedPtr const &a, UT_SharedPtr const &b) { return a.m_object == b.m_object; }
+    /*! The opposite. */
     friend bool operator!=(UT_SharedPtr const &a, UT_SharedPtr const &b) { return a.m_object != b.m_object; }
 
 private:

@@ -6,12 +6,15 @@
 /*! The text type of the base library. */
 class UT_String {
 public:
+    /*! An empty text. */
     UT_String() = default;
+    /*! The same text. */
     explicit UT_String(QString const &text)
         : m_text(text)
     {
     }
 
+    /*! The same text for Qt. */
     QString ToQString() const { return m_text; }
 
 private:

@@ -10,7 +10,9 @@ class BRIVANT_BASE_EXPORT WHO_Features {
 public:
     /*! The feature keywords that definition files can ask for; the argument is not used. */
     static QStringList keywords(bool all);
+    /*! HostPlatform::hasMorphing. */
     static bool hasMorphing();
+    /*! HostPlatform::hasPanoviaPreferenceUI. */
     static bool hasPanoviaPreferenceUI();
 };
 

@@ -5,7 +5,8 @@
 
 /*! Which product is running. */
 namespace whoami {
+/*! HostPlatform::appIsPanovia. */
 BRIVANT_BASE_EXPORT bool appIsPanovia();
-}
+} // namespace whoami
 
 #endif

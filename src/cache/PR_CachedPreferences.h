@@ -17,6 +17,7 @@ public:
     /*! Loads the store named \a name. Only a store from createPreference() refreshes by itself. A second cached store
         beside a living one is told of on the standard error stream. */
     explicit PR_CachedPreferences(QString name);
+    /*! As that of PR_Preference; the copy does not refresh the cached values by itself. */
     PR_CachedPreferences(PR_CachedPreferences &other);
     /*! The cached values stay as they are. */
     ~PR_CachedPreferences() override;

@@ -12,6 +12,7 @@ class BRIVANT_PREFERENCE_EXPORT PR_AbstractPrefItemFactory : public UT_ShareBase
 public:
     /*! \a key is the element name of the definitions that the factory serves. */
     PR_AbstractPrefItemFactory(QString const &key);
+    /*! A copy is not registered. */
     PR_AbstractPrefItemFactory(PR_AbstractPrefItemFactory const &) = default;
     PR_AbstractPrefItemFactory &operator=(PR_AbstractPrefItemFactory const &) = delete;
     ~PR_AbstractPrefItemFactory() override;
@@ -19,8 +20,10 @@ public:
     /*! A new item that the caller owns; null when it cannot be allocated. */
     virtual PR_PrefItem *create(PR_PrefItem::Category category, QString const &key, QDomElement const &definition) = 0;
 
+    /*! The element name of the definitions that the factory serves. */
     QString const &key() const { return m_key; }
-    /*! Registers the factory under its key, in place of one registered before. */
+    /*! Registers the factory under its key, in place of one registered before. The registry shares it: one made by new
+        is deleted when another takes its place, so never replace a static one, such as those of the library. */
     void registerClass();
 
 private:
@@ -41,7 +44,9 @@ public:
 /*! Lets a registration be written as the initialiser of a static object. */
 class BRIVANT_PREFERENCE_EXPORT PR_ConcretePrefItemFactoryWrapper {
 public:
+    /*! The argument is not used. */
     PR_ConcretePrefItemFactoryWrapper(int);
+    /*! Does nothing. */
     PR_ConcretePrefItemFactoryWrapper &operator=(PR_ConcretePrefItemFactoryWrapper const &);
 };
 

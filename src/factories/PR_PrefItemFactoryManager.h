@@ -13,9 +13,13 @@ public:
     /*! The one registry; created on first use, never destroyed. */
     static PR_PrefItemFactoryManager *getInstance();
 
+    /*! \name Copies */
+    /*!\{*/
+    /*! Another registry of the same factories, which the library does not look into. */
     PR_PrefItemFactoryManager(PR_PrefItemFactoryManager const &);
-    PR_PrefItemFactoryManager &operator=(PR_PrefItemFactoryManager const &);
-    ~PR_PrefItemFactoryManager();
+    PR_PrefItemFactoryManager &operator=(PR_PrefItemFactoryManager const &); /*!< The same. */
+    ~PR_PrefItemFactoryManager(); /*!< Gives up its references to the factories. */
+    /*!\}*/
 
     /*! The factory registered under exactly \a name, or null. */
     UT_SharedPtr<PR_AbstractPrefItemFactory> factory(QString const &name);

@@ -9,6 +9,7 @@ extern template class PR_TypedItem<PR_BoolItem, bool>;
 /*! An on/off preference. Files of the user hold "Y" or "N", definitions "true" or anything else. */
 class BRIVANT_PREFERENCE_EXPORT PR_BoolItem : public PR_TypedItem<PR_BoolItem, bool> {
 public:
+    /*! \a value is both default and current value. */
     PR_BoolItem(Category category, QString const &key, bool value);
     /*! From a definition: "value". */
     PR_BoolItem(Category category, QString const &key, QDomElement const &definition);

@@ -9,6 +9,7 @@ extern template class PR_TypedItem<PR_DoubleItem, double>;
 /*! A real number. The user's file keeps six significant digits. */
 class BRIVANT_PREFERENCE_EXPORT PR_DoubleItem : public PR_TypedItem<PR_DoubleItem, double> {
 public:
+    /*! \a value is both default and current value. */
     PR_DoubleItem(Category category, QString const &key, double value);
     /*! From a definition: "value" (0.0 when it is no number) and "percentage". */
     PR_DoubleItem(Category category, QString const &key, QDomElement const &definition);

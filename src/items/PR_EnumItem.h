@@ -22,7 +22,9 @@ public:
     PR_EnumItem(Category category, QString const &key, QDomElement const &definition);
 
     void copy(PR_PrefItem *other) override;
+    /*! The display name of the current choice; otherwise as asString(). */
     virtual QString valueAsDisplayString() const;
+    /*! The display name of the default; otherwise as asString(). */
     virtual QString defaultValueAsDisplayString() const;
 
     /*! The element that saveXml() appends, apart from a document. */
@@ -46,11 +48,12 @@ public:
 protected:
     /*! The first choice of a machine name, without regard to case; -1 when there is none. */
     int findChoice(QString const &name) const;
+    /*! Whether an index is that of a choice. */
     bool isChoice(int index) const { return index >= 0 && quint64(index) < m_nameCount; }
 
-    quint64 m_nameCount = 0;
+    quint64 m_nameCount = 0; /*!< Number of choices; 0 for an item without choices. */
     char **m_nameTable = nullptr; /*!< UTF-8 machine names; owned by the derived class that filled it. */
-    QStringList m_displayNames;
+    QStringList m_displayNames; /*!< One for each choice. */
 
 private:
     friend class PR_TypedItem<PR_EnumItem, int>;

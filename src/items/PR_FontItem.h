@@ -10,8 +10,12 @@ public:
     PR_FontItem(Category category, QString const &key, QString const &fontName);
     /*! From a definition: "value" names the default font. */
     PR_FontItem(Category category, QString const &key, QDomElement const &definition);
+    /*! \name Copies */
+    /*!\{*/
+    /*! With a list of fonts of its own. */
     PR_FontItem(PR_FontItem const &other);
-    PR_FontItem &operator=(PR_FontItem const &other);
+    PR_FontItem &operator=(PR_FontItem const &other); /*!< The same. */
+    /*!\}*/
 
     ~PR_FontItem() override;
     PR_PrefItem *clone() override;

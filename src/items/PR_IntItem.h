@@ -9,6 +9,7 @@ extern template class PR_TypedItem<PR_IntItem, int>;
 /*! An integer preference. The range is what an editor offers; no operation tests it. */
 class BRIVANT_PREFERENCE_EXPORT PR_IntItem : public PR_TypedItem<PR_IntItem, int> {
 public:
+    /*! \a value is both default and current value; both ends belong to the range. */
     PR_IntItem(Category category, QString const &key, int value, int minimum, int maximum);
     /*! From a definition: "value", "min" and "max"; a text that is no number counts as 0, a missing end of the range
         as that of the type. */
@@ -16,8 +17,8 @@ public:
 
     void copy(PR_PrefItem *other) override;
 
-    int minValue() const { return m_minimum; }
-    int maxValue() const { return m_maximum; }
+    int minValue() const { return m_minimum; } /*!< Least value of the range. */
+    int maxValue() const { return m_maximum; } /*!< Greatest value of the range. */
 
     /*! The element that saveXml() appends, apart from a document. */
     PR_ItemElement element() const;

@@ -18,6 +18,7 @@ public:
     /*! From a definition: "value". */
     PR_KeyItem(Category category, QString const &key, QDomElement const &definition);
 
+    /*! Shortcut. */
     Type getType() const override;
 
     /*! The element that saveXml() appends, apart from a document. */

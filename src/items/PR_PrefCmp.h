@@ -9,6 +9,7 @@ class QString;
 /*! Order of items by key: UTF-16 code units, case-sensitive. */
 class BRIVANT_PREFERENCE_EXPORT PR_PrefCmp {
 public:
+    /*! Whether the key of \a a comes before that of \a b. */
     bool operator()(PR_PrefItem const *a, PR_PrefItem const *b) const;
     /*! True when the item's key begins with \a prefix, case-sensitively. */
     bool startsWith(PR_PrefItem const *item, QString const &prefix) const;

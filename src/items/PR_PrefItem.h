@@ -39,18 +39,24 @@ public:
         Panovia = 21
     };
 
+    /*! Where the current value comes from. */
     enum Origin : int {
         OriginDefault = 0, /*!< Holds the default; written to the user's file only when forced. */
         OriginUser = 1, /*!< Set by a caller or read from the user's file; written to it. */
         OriginFacility = 2 /*!< Locked by a facility-wide override; refuses changes of value. */
     };
 
+    /*! What kind of editor an item needs. */
     enum Type : int { Shortcut = 1, Color = 2, Other = 3 };
 
     /*! Origin is OriginUser for the category Internal, else OriginDefault. */
     PR_PrefItem(Category category, QString const &key, QString const &tag);
+    /*! \name Copies */
+    /*!\{*/
+    /*! All of an item, its key too; never assign to an item that is in a store. */
     PR_PrefItem(PR_PrefItem const &) = default;
-    PR_PrefItem &operator=(PR_PrefItem const &) = default;
+    PR_PrefItem &operator=(PR_PrefItem const &) = default; /*!< The same. */
+    /*!\}*/
 
     /*! Takes the value of an element of a user's file. True when the element is this item's and its value can be
         read; a locked item then keeps its own value. */
@@ -66,20 +72,33 @@ public:
     virtual PR_PrefItem *clone() = 0;
     /*! Takes over descriptions, origin and values of \a other, an item of the same class. */
     virtual void copy(PR_PrefItem *other);
+    /*! The kind of editor that the item needs. */
     virtual Type getType() const = 0;
-    /*! The values as texts to show. */
+    /*! The current value as a text to show. */
     virtual QString valueAsString() const = 0;
+    /*! The default as a text to show. */
     virtual QString defaultValueAsString() const = 0;
 
+    /*! \name Facts
+        References stay valid until the item is deleted. */
+    /*!\{*/
+    /*! The key: what the store finds the item by. */
     QString const &getKey() const { return m_key; }
     /*! Element name of the item in the user's file. */
     QString const &getTag() const { return m_tag; }
+    /*! The label of an editor. */
     QString const &getShortDescription() const { return m_shortDescription; }
+    /*! The help text of an editor. */
     QString const &getLongDescription() const { return m_longDescription; }
+    /*! The page on which an editor shows the item. */
     Category getCategory() const { return m_category; }
+    /*! Where the current value comes from. */
     Origin getOrigin() const { return m_origin; }
+    /*!\}*/
 
+    /*! Replaces the label. */
     void setShortDescription(QString text);
+    /*! Replaces the help text. */
     void setLongDescription(QString text);
 
     /*! True when the key equals \a key. */
@@ -87,6 +106,7 @@ public:
 
     /*! Whether the item is locked; with \a report, a lock is reported to the user. */
     bool hasFacilityOverride(bool report) const;
+    /*! Locks the item at its current value. */
     void setFacilityOverride() { m_origin = OriginFacility; }
     /*! Sets the origin to OriginDefault, whatever it was. */
     void removeFacilityOverride() { m_origin = OriginDefault; }
@@ -100,6 +120,7 @@ public:
     static QString getCategoryString(Category category);
 
 protected:
+    /*! For classes that set a value in another way than by changeValue() of PR_TypedItem. */
     void setOrigin(Origin origin) { m_origin = origin; }
 
 private:

@@ -9,11 +9,13 @@ extern template class PR_TypedItem<PR_RgbaItem, unsigned int>;
 /*! A colour with transparency: alpha (255 opaque) in bits 31 to 24, then red, green and blue. */
 class BRIVANT_PREFERENCE_EXPORT PR_RgbaItem : public PR_TypedItem<PR_RgbaItem, unsigned int> {
 public:
+    /*! \a color is both default and current value. */
     PR_RgbaItem(Category category, QString const &key, unsigned int color);
     /*! From a definition: "red", "green", "blue" and "alpha", opaque without alpha. Numbers wrap modulo 256; a text
        that is no number counts as 0. */
     PR_RgbaItem(Category category, QString const &key, QDomElement const &definition);
 
+    /*! Color. */
     Type getType() const override;
 
     /*! The element that saveXml() appends, apart from a document. */

@@ -9,6 +9,7 @@ extern template class PR_TypedItem<PR_StringItem, QString>;
 /*! A text; also the store's stand-in for keys whose type it does not know, hence the conversions. */
 class BRIVANT_PREFERENCE_EXPORT PR_StringItem : public PR_TypedItem<PR_StringItem, QString> {
 public:
+    /*! \a text is both default and current value. */
     PR_StringItem(Category category, QString const &key, QString text);
     /*! From a definition: "value". */
     PR_StringItem(Category category, QString const &key, QDomElement const &definition);
@@ -19,14 +20,18 @@ public:
     /*! Makes \a text the user's text; true only when it changed. A locked item reports and refuses. */
     bool setValue(QString const &text) { return changeValue(text); }
 
-    /*! The current text as another type; \a ok tells whether it has the form: Y or N as first letter, in either case.
-     */
+    /*! \name The current text as another type
+        \a ok tells whether the text has the form. */
+    /*!\{*/
+    /*! Y or N as first letter, in either case. */
     bool valueAsBool(bool &ok) const;
     /*! A decimal integer. */
     int valueAsInt(bool &ok) const;
+    /*! A number with a decimal point, whatever the locale. */
     double valueAsDouble(bool &ok) const;
     /*! Four integers, red, green, blue and alpha, separated by white space; what follows is ignored. */
     unsigned int valueAsRgba(bool &ok) const;
+    /*!\}*/
 
 private:
     friend class PR_TypedItem<PR_StringItem, QString>;

@@ -15,16 +15,19 @@ struct PR_ItemElement;
     - QString asString(Value) const: the text to show. */
 template <class Item, class Value> class BRIVANT_PREFERENCE_EXPORT PR_TypedItem : public PR_PrefItem {
 public:
-    bool loadXml(QDomElement const &element) override;
-    bool load(TULex &lex) override;
-    void saveXml(QDomDocument *document, bool force) override;
-    void defaultInUser() override;
-    ~PR_TypedItem() override;
-    PR_PrefItem *clone() override;
-    void copy(PR_PrefItem *other) override;
-    Type getType() const override;
-    QString valueAsString() const override;
-    QString defaultValueAsString() const override;
+    /*! \name The operations of PR_PrefItem */
+    /*!\{*/
+    bool loadXml(QDomElement const &element) override; /*!< \copydoc PR_PrefItem::loadXml */
+    bool load(TULex &lex) override; /*!< \copydoc PR_PrefItem::load */
+    void saveXml(QDomDocument *document, bool force) override; /*!< \copydoc PR_PrefItem::saveXml */
+    void defaultInUser() override; /*!< \copydoc PR_PrefItem::defaultInUser */
+    ~PR_TypedItem() override; /*!< Ends the references to its values. */
+    PR_PrefItem *clone() override; /*!< \copydoc PR_PrefItem::clone */
+    void copy(PR_PrefItem *other) override; /*!< \copydoc PR_PrefItem::copy */
+    Type getType() const override; /*!< \copydoc PR_PrefItem::getType */
+    QString valueAsString() const override; /*!< \copydoc PR_PrefItem::valueAsString */
+    QString defaultValueAsString() const override; /*!< \copydoc PR_PrefItem::defaultValueAsString */
+    /*!\}*/
 
     /*! loadXml() for an element apart from a document. */
     bool loadElement(PR_ItemElement const &element);
@@ -33,18 +36,24 @@ public:
 
     /*! Valid until the item is deleted; shows every later change. */
     Value const &value() const { return m_value; }
+    /*! Valid until the item is deleted. */
     Value const &defaultValue() const { return m_default; }
 
 protected:
+    /*! \a value is both default and current value. */
     PR_TypedItem(Category category, QString const &key, QString const &tag, Value const &value);
+    /*! \name Copies */
+    /*!\{*/
+    /*! All of an item, its key too. */
     PR_TypedItem(PR_TypedItem const &) = default;
-    PR_TypedItem &operator=(PR_TypedItem const &) = default;
+    PR_TypedItem &operator=(PR_TypedItem const &) = default; /*!< The same. */
+    /*!\}*/
 
     /*! Makes \a value the user's value; true only when it changed. A locked item reports and refuses. */
     bool changeValue(Value const &value);
 
-    Value m_default;
-    Value m_value;
+    Value m_default; /*!< The value that restoreDefault() brings back. */
+    Value m_value; /*!< The current value. */
 
 private:
     void takeUserValue(Value const &value);

@@ -16,8 +16,9 @@ class BRIVANT_PREFERENCE_EXPORT PR_LocalCachePref : private PR_Preference {
 public:
     ~PR_LocalCachePref() override;
 
+    /*! What is known of a scene. */
     struct RecentScene {
-        QString key;
+        QString key; /*!< Three parts separated by "/". */
         QString folder; /*!< Of its cache. */
         QDateTime lastUse; /*!< Null when it is not known. */
         bool hasFolder; /*!< Whether the folder exists. */
@@ -40,6 +41,9 @@ public:
     /*! The scenes that are remembered, by key. */
     std::vector<RecentScene> recentScenes();
 
+    /*! \name Of PR_Preference
+        The same operations, on this store. */
+    /*!\{*/
     using PR_Preference::constBegin;
     using PR_Preference::constEnd;
     using PR_Preference::deleteKey;
@@ -47,6 +51,7 @@ public:
     using PR_Preference::getErrorCode;
     using PR_Preference::save;
     using PR_Preference::setBoolValue;
+    /*!\}*/
 
 private:
     explicit PR_LocalCachePref(QString const &name);

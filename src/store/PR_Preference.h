@@ -34,12 +34,13 @@ public:
 
     /*! How the last save() of a store ended. */
     struct SaveStatus {
+        /*! Whether the values reached the disk. */
         enum State {
-            NotTried,
+            NotTried, /*!< Nothing has been saved yet. */
             Saved, /*!< The values are on the disk. */
-            Failed
+            Failed /*!< The file is as it was. */
         };
-        State state = NotTried;
+        State state = NotTried; /*!< Of the last save. */
         QString reason; /*!< Of a failure, to show. */
     };
 
@@ -51,56 +52,63 @@ public:
     /*! Deletes the items. */
     ~PR_Preference() override;
 
+    /*! \name Translation */
+    /*!\{*/
+    /*! As tr(), which reads UTF-8 itself. */
     static QString trUtf8(char const *source, char const *disambiguation = nullptr);
-    static QString trUtf8(char const *source, char const *disambiguation, int n);
+    static QString trUtf8(char const *source, char const *disambiguation, int n); /*!< The same for \a n things. */
+    /*!\}*/
 
     /*! \name Lookup
         The items belong to the store; pointers and references stay valid until the item is deleted or replaced: by a
         removal, a write of another type, or a load. */
     /*!\{*/
+    /*! The item of exactly that key; null when there is none. */
     PR_PrefItem *find(QString key) const;
+    /*! The range of all items. After clear(), copy() and load() begin anew. */
     const_iterator begin() const;
-    const_iterator end() const;
-    const_iterator constBegin() const { return begin(); }
-    const_iterator constEnd() const { return end(); }
+    const_iterator end() const; /*!< Behind the last item. */
+    const_iterator constBegin() const { return begin(); } /*!< begin() */
+    const_iterator constEnd() const { return end(); } /*!< end() */
     /*!\}*/
 
     /*! \name Reads of a current value by reference
         A key without an item of the type gives the store's false, 0 or empty value, valid as long as the store. */
     /*!\{*/
-    bool const &getBool(QString const &key) const;
+    bool const &getBool(QString const &key) const; /*!< Of a bool. */
     int const &getInt(QString const &key) const; /*!< Also the index of an enumeration or a font. */
     int const &getEnum(QString const &key) const; /*!< Also an integer. */
-    double const &getDouble(QString const &key) const;
-    unsigned int const &getRgba(QString const &key) const;
-    QString const &getString(QString const &key) const;
-    QKeySequence const &getKey(QString const &key) const;
+    double const &getDouble(QString const &key) const; /*!< Of a double alone. */
+    unsigned int const &getRgba(QString const &key) const; /*!< Of a color, as 0xAARRGGBB. */
+    QString const &getString(QString const &key) const; /*!< Of a string alone. */
+    QKeySequence const &getKey(QString const &key) const; /*!< Of a shortcut; empty for none. */
     /*!\}*/
 
     /*! \name Reads with a default
         A string item gives what its text converts to; a key without a fitting item gives \a value. */
     /*!\{*/
-    bool getBoolValue(QString const &key, bool value) const;
+    bool getBoolValue(QString const &key, bool value) const; /*!< Of a bool. */
     int getIntValue(
         QString const &key, int value) const; /*!< Also a double, truncated; \a value when it is too large. */
     double getDoubleValue(QString const &key, double value) const; /*!< Also an integer. */
-    int getEnumValue(QString const &key, int value) const;
-    unsigned int getRgbaValue(QString const &key, unsigned int const &value) const;
+    int getEnumValue(QString const &key, int value) const; /*!< The index of an enumeration or a font. */
+    unsigned int getRgbaValue(QString const &key, unsigned int const &value) const; /*!< Of a color, as 0xAARRGGBB. */
     QString getStringValue(QString const &key, QString const &value) const; /*!< The text form of any item. */
-    QString getFontValue(QString const &key, QString const &value) const;
+    QString getFontValue(QString const &key, QString const &value) const; /*!< Of a font alone, its name. */
     /*!\}*/
 
     /*! \name Writes
-        A missing key is created in the category Internal, without a notice. An item of another class is replaced by
-        such a one, but never a locked item: it reports and stays. Only setStringValue() leaves items of other classes
-        as they are. A change refreshes the cache and is then announced by preferenceChanged(). */
+        Each makes \a value the user's value. A change refreshes the cache and is then announced by preferenceChanged();
+        nothing is saved. A missing key is created in the category Internal, without refresh or notice, save that
+        setEnumValue() announces an index other than 0. An item of another class is replaced by such a one, but never a
+        locked item: it reports and stays. Only setStringValue() leaves items of other classes as they are. */
     /*!\{*/
-    void setBoolValue(QString const &key, bool value);
-    void setIntValue(QString const &key, int value);
-    void setDoubleValue(QString const &key, double value);
-    void setEnumValue(QString const &key, int value);
-    void setRgbaValue(QString const &key, unsigned int const &value);
-    void setStringValue(QString const &key, QString const &value);
+    void setBoolValue(QString const &key, bool value); /*!< A bool. */
+    void setIntValue(QString const &key, int value); /*!< The range of the item is not tested. */
+    void setDoubleValue(QString const &key, double value); /*!< A double. */
+    void setEnumValue(QString const &key, int value); /*!< The index of an enumeration or a font; not tested. */
+    void setRgbaValue(QString const &key, unsigned int const &value); /*!< A color, as 0xAARRGGBB. */
+    void setStringValue(QString const &key, QString const &value); /*!< A string. */
     /*!\}*/
 
     /*! Refreshes the cache and announces a change, as a write does. */
@@ -110,9 +118,13 @@ public:
 
     /*! Deletes every item whose key begins with \a prefix, case-sensitively. Announces nothing. */
     void deleteAllKeyBeginingWith(QString const &prefix);
-    /*! Back to the default, unless locked or of the category Internal. Announces nothing. */
+    /*! \name Defaults */
+    /*!\{*/
+    /*! Back to the default, unless locked or of the category Internal. Announces nothing and leaves the cached values
+       as they are: emitPreferenceChanged() does both. */
     void restoreDefault(QString const &key);
-    void restoreDefaults();
+    void restoreDefaults(); /*!< The same for all items. */
+    /*!\}*/
 
     /*! The application's main store, a PR_CachedPreferences, loaded and with the cache filled; the caller owns it. */
     static PR_Preference *createPreference(QString name);
@@ -165,7 +177,9 @@ protected:
 
     /*! Loads and keeps the result as the error code; for classes that override initPreferences(). */
     void init();
+    /*! Deletes the item of a key, if there is one. Announces nothing. */
     void deleteKey(QString const &key);
+    /*! Deletes all items. Announces nothing. */
     void clear();
 
     /*! Empties the store and fills it from the definition files: NoError or DefaultFileNotFound. */
