@@ -26,7 +26,6 @@ CategoryPage::CategoryPage(PR_Preference &store, QStringList const &keys, QWidge
     , m_keys(keys)
 {
     setWidgetResizable(true);
-    setFocusPolicy(Qt::NoFocus); // it scrolls to the field that has the focus
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
 
@@ -68,11 +67,13 @@ void CategoryPage::build()
     setWidget(lines);
     filter(m_words);
 
-    // The tab key would reach widgets that are made late after all others, behind the buttons of the dialog.
+    // The tab key would reach widgets that are made late after all others, behind the buttons of the dialog. The page
+    // itself has nothing to do with the focus but to mark the place.
     QWidget *last = this;
     for (ItemEditor const *const editor : m_editors) {
         setTabOrder(last, editor->field());
         setTabOrder(editor->field(), editor->restoreButton());
         last = editor->restoreButton();
     }
+    setFocusPolicy(Qt::NoFocus);
 }

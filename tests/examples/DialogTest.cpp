@@ -31,6 +31,13 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+// There is no window manager to do it.
+void activate(QWidget *window)
+{
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+}
+
 // A dialog in a real window over definitions of all types. "Changes" are the notices of the store.
 class DialogTest : public HostTest {
 protected:
@@ -56,6 +63,7 @@ protected:
 
     void open(QString const &name = u"user.pref"_s)
     {
+        store.reset(); // one main store at a time
         store.reset(PR_Preference::createPreference(path(name)));
         takeReports(); // that there is no file yet
         changes.emplace(*store);
@@ -66,8 +74,7 @@ protected:
     {
         dialog = std::make_unique<PreferenceDialog>(*store);
         dialog->show();
-        dialog->activateWindow(); // there is no window manager to do it
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        activate(dialog.get());
     }
 
     // Lets the dialog show what has happened.
@@ -85,7 +92,7 @@ protected:
     QPushButton *button(char const *text, QWidget const *window = nullptr) const
     {
         for (auto *const candidate : (window ? window : dialog.get())->findChildren<QPushButton *>()) {
-            if (candidate->text().remove(u'&').startsWith(QLatin1String(text)))
+            if (candidate->text().remove(u'&') == QLatin1String(text))
                 return candidate;
         }
         return nullptr;
@@ -154,6 +161,7 @@ void chooseColor(QWidget *button)
     EXPECT_TRUE(chooser->testOption(QColorDialog::ShowAlphaChannel));
     chooser->setCurrentColor(QColor(10, 20, 30, 40));
     QTest::mouseClick(chooser->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+    activate(button->window());
 }
 
 void pressKey(QWidget *field, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -298,7 +306,7 @@ TEST_F(DialogTest, RestoresOneAndAll)
     EXPECT_EQ(dialog->focusWidget(), field<QWidget>("INT"));
 
     auto const answer = [this](char const *text) {
-        click(button("Restore All"));
+        click(button("Restore All Defaults..."));
         ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog->findChild<QMessageBox *>()));
         EXPECT_TRUE(dialog->findChild<QMessageBox *>()->text().contains(u" 2 "_s));
         click(button(text, dialog->findChild<QMessageBox *>()));
@@ -312,7 +320,7 @@ TEST_F(DialogTest, RestoresOneAndAll)
     EXPECT_EQ(value("TL_HEIGHT"), u"3"_s);
     EXPECT_EQ(value("UNKNOWN"), u"5"_s); // without a definition there is nothing to go back to
     EXPECT_FALSE(field<QCheckBox>("BOOL")->isChecked() || isMarked("BOOL"));
-    EXPECT_FALSE(button("Restore All")->isEnabled());
+    EXPECT_FALSE(button("Restore All Defaults...")->isEnabled());
     dialog->close();
     EXPECT_EQ(readFile(u"user-pref.xml"_s).count("<int"), 1);
 }
@@ -414,7 +422,7 @@ TEST_F(DialogTest, TellsOfAFailedSave)
     dialog->close();
     EXPECT_TRUE(dialog->isVisible());
     EXPECT_EQ(takeReports().size(), 1U);
-    click(button("Close Without"));
+    click(button("Close Without Saving"));
     EXPECT_FALSE(dialog->isVisible());
     EXPECT_EQ(value("BOOL"), u"No"_s); // stays in effect
 }
@@ -435,7 +443,7 @@ TEST_F(DialogTest, IsUsedByKeyboardAndWheel)
         QStringList order;
         for (int i = 0; i < 15 && order.value(0) != u"categories"_s; ++i) {
             QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
-            order.append(dialog->focusWidget()->objectName() + QString::fromLatin1(dialog->focusWidget()->metaObject()->className()));
+            order.append(dialog->focusWidget()->objectName());
             if (dialog->focusWidget() == button("Close"))
                 break;
         }
