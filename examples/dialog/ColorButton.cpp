@@ -15,7 +15,7 @@ ColorButton::ColorButton(QWidget *parent)
 void ColorButton::setColor(QColor const &color)
 {
     m_color = color;
-    setText(color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb));
+    setText(QLatin1Char(' ') + color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb));
     updateSwatch();
 }
 

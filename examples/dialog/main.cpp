@@ -14,6 +14,7 @@
 #include <QFontDatabase>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
@@ -33,7 +34,8 @@ bool takePicture(PreferenceDialog &dialog, QString const &path)
 {
     dialog.resize(860, 520);
     dialog.show();
-    QCoreApplication::processEvents();
+    QTimer::singleShot(500, &dialog, &QCoreApplication::quit); // the clear buttons of text fields fade in
+    QApplication::exec();
     return dialog.grab().save(path);
 }
 } // namespace

@@ -191,6 +191,8 @@ TEST_F(DialogTest, EachTypeIsEdited)
         { "KEY", [](QWidget *edit) { pressKey(edit, Qt::Key_K, Qt::ControlModifier); }, "Ctrl+K" },
         { "KEY", [](QWidget *edit) { pressKey(edit, Qt::Key_F5); }, "F5" }, // replaces the key before
         { "KEY", [](QWidget *edit) { pressKey(edit, Qt::Key_Backspace); }, "" },
+        { "KEY", [](QWidget *edit) { pressKey(edit, Qt::Key_F7); }, "F7" },
+        { "KEY", [](QWidget *edit) { click(edit->findChild<QToolButton *>()); }, "" },
         { "FONT", [](QWidget *box) { pressKey(box, Qt::Key_Down); }, "courier" },
         { "FRAME", [](QWidget *box) { pressKey(box, Qt::Key_B); }, "bezier" },
     };
