@@ -23,6 +23,12 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int CategoryRole = Qt::UserRole;
 
+// The library gives no text of its own for the category of the second flavour.
+QString categoryName(PR_PrefItem::Category category)
+{
+    return category == PR_PrefItem::Panovia ? u"Panovia"_s : PR_PrefItem::getCategoryString(category);
+}
+
 // How many preferences "Restore All Defaults" would change. Those of the category Internal have no default.
 int changedCount(PR_Preference const &store)
 {
@@ -174,7 +180,7 @@ void PreferenceDialog::search()
     for (int row = 0; row < m_categories->count(); ++row) {
         QListWidgetItem *const entry = m_categories->item(row);
         int const matches = m_pages[size_t(row)]->filter(words);
-        QString const name = PR_PrefItem::getCategoryString(PR_PrefItem::Category(entry->data(CategoryRole).toInt()));
+        QString const name = categoryName(PR_PrefItem::Category(entry->data(CategoryRole).toInt()));
         entry->setText(words.isEmpty() ? name : tr("%1 (%2)").arg(name).arg(matches));
         entry->setHidden(matches == 0);
         if (matches > 0 && firstMatch < 0)

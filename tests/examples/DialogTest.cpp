@@ -208,7 +208,8 @@ TEST_F(DialogTest, EachTypeIsEdited)
         EXPECT_EQ(changes->take(), 1); // what is shown afterwards must not count as entered
         edited.append(key);
     }
-    EXPECT_TRUE(dialog->isVisible()); // Enter and Tab belong to the fields
+    // Enter and Tab belong to the fields: no button was pressed.
+    EXPECT_TRUE(dialog->isVisible() && !dialog->findChild<QMessageBox *>());
 
     // A modifier on its way to a shortcut, and leaving again, change nothing.
     store->find(u"KEY"_s)->restoreDefault();
@@ -283,6 +284,8 @@ TEST_F(DialogTest, SearchesKeysAndTexts)
         { "cells words", {}, {} },
         { "share", { u"General (1)"_s }, { u"SHARE"_s } },
     };
+    field<QLineEdit>("search")->setText(u"tl_track"_s); // the page that it leads to is not made yet
+    EXPECT_EQ(visibleKeys(), QStringList{ u"TL_TRACK"_s });
     for (auto const &row : rows) {
         search(row.text);
         EXPECT_EQ(categories(), row.categories) << row.text;
@@ -367,6 +370,14 @@ TEST_F(DialogTest, ShowsChangesFromOutside)
     settle();
     EXPECT_EQ(value("INT"), u"4"_s);
     EXPECT_EQ(number->value(), 4);
+    type(number, "4"); // nothing new, so that what came meanwhile holds
+    store->setIntValue(u"INT"_s, 12);
+    settle();
+    EXPECT_EQ(number->text(), u"4"_s);
+    pressKey(text, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(value("INT"), u"12"_s);
+    EXPECT_EQ(number->value(), 12);
 
     // Other code may load the store again: all items are new, some may be gone or of another type.
     define(category("<string id='INT' value='x'/><string id='TEXT' value='new'/>"));
@@ -412,6 +423,8 @@ TEST_F(DialogTest, TellsOfAFailedSave)
         told += label->text();
     EXPECT_TRUE(told.contains(path(u"file/user-pref.xml"_s)) && told.contains(store->saveStatus().reason)) << told;
 
+    pressKey(field<QSpinBox>("INT"), Qt::Key_Return);
+    EXPECT_TRUE(dialog->isVisible()); // no button takes the key
     QFile::remove(path(u"file"_s));
     click(button("Close"));
     EXPECT_FALSE(dialog->isVisible());
