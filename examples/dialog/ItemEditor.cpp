@@ -32,6 +32,12 @@ QPixmap lockPicture(QWidget const &widget)
     return picture;
 }
 
+// A definition need not have texts.
+QString labelText(PR_PrefItem const &item)
+{
+    return item.getShortDescription().isEmpty() ? item.getKey() : item.getShortDescription();
+}
+
 QString defaultText(PR_PrefItem const &item)
 {
     auto const *const choice = dynamic_cast<PR_EnumItem const *>(&item);
@@ -46,7 +52,7 @@ ItemEditor::ItemEditor(PR_Preference &store, PR_PrefItem const &item, QWidget *p
     , m_key(item.getKey())
     , m_type(FieldType::of(item))
     , m_mark(new QLabel)
-    , m_label(new ElidedLabel(item.getShortDescription()))
+    , m_label(new ElidedLabel(labelText(item)))
     , m_field(m_type.create(item, [this](FieldType::Change const &change) { enter(change); }))
     , m_text(qobject_cast<QLineEdit *>(m_field))
     , m_restore(new QToolButton)
@@ -55,14 +61,14 @@ ItemEditor::ItemEditor(PR_Preference &store, PR_PrefItem const &item, QWidget *p
         m_text = m_field->findChild<QLineEdit *>();
 
     m_field->setObjectName(m_key);
-    m_field->setAccessibleName(item.getShortDescription());
+    m_field->setAccessibleName(labelText(item));
     m_field->setAccessibleDescription(item.getLongDescription());
     m_field->setFocusPolicy(Qt::StrongFocus);
     m_field->installEventFilter(this);
     m_label->setBuddy(m_field);
     m_mark->setFixedWidth(16);
     m_restore->setText(tr("Restore Default"));
-    m_restore->setAccessibleName(tr("Restore the default of %1").arg(item.getShortDescription()));
+    m_restore->setAccessibleName(tr("Restore the default of %1").arg(labelText(item)));
     m_restore->setFocusPolicy(Qt::StrongFocus); // a click ends what is being typed
 
     // Widths that depend on no content keep the columns of all lines in step.
@@ -160,8 +166,8 @@ void ItemEditor::showState(PR_PrefItem const &item)
     m_shownState = state;
 
     // Rich text, which is wrapped; a plain tool tip becomes as wide as the screen.
-    QString help = "<p><b>%1</b></p><p>%2</p>"_L1.arg(
-        item.getShortDescription().toHtmlEscaped(), item.getLongDescription().toHtmlEscaped());
+    QString help =
+        "<p><b>%1</b></p><p>%2</p>"_L1.arg(labelText(item).toHtmlEscaped(), item.getLongDescription().toHtmlEscaped());
     if (!why.isEmpty())
         help += "<p><i>%1</i></p>"_L1.arg(why.toHtmlEscaped());
     setToolTip(help + "<p>%1</p>"_L1.arg(m_key.toHtmlEscaped()));

@@ -484,12 +484,13 @@ TEST_F(DialogTest, IsUsedByKeyboardAndWheel)
 
 TEST_F(DialogTest, LabelsAreElidedAndLineUp)
 {
-    define(category("<bool id='A' shortDesc='Short'/><int id='B' min='1' max='2' "
+    define(category("<bool id='A' shortDesc='Short'/><bool id='C'/><int id='B' min='1' max='2' "
                     "shortDesc='A label &amp; text that needs a good deal more room than a dialog of the common width "
                     "could ever give it on a screen'/>"));
     open();
     auto const shown = [this](char const *key) { return editor(key)->findChild<ElidedLabel *>()->text(); };
     EXPECT_EQ(shown("A"), u"Short"_s);
+    EXPECT_EQ(shown("C"), u"C"_s); // without texts, the key has to do
     EXPECT_TRUE(shown("B").startsWith(u"A label && text"_s) && shown("B").endsWith(QChar(0x2026))) << shown("B");
     EXPECT_TRUE(editor("B")->toolTip().contains(u"on a screen"_s));
     EXPECT_EQ(field<QWidget>("A")->x(), field<QWidget>("B")->x());
