@@ -1,4 +1,5 @@
 #include "CacheVerbs.h"
+#include "DefinitionVerbs.h"
 #include "StoreVerbs.h"
 #include "Verb.h"
 
@@ -21,6 +22,9 @@ Verb const verbs[] = {
     { "describe", "KEY", "", StoreVerbs::describe, "All that is known of a preference." },
     { "set", "KEY VALUE", "", StoreVerbs::set, "Sets the value and saves." },
     { "reset", "KEY", "", StoreVerbs::reset, "Goes back to the default and saves." },
+    { "check", "[FILE...]", "strict ignore rules json", DefinitionVerbs::check,
+        "What is wrong in definitions, overrides, sets and users' files." },
+    { "explain", "KEY...", "json", DefinitionVerbs::explain, "Where the value comes from, layer by layer." },
     { "cached", "", "", CacheVerbs::cached, "Accessor, key, type and value of each cached value." },
     { "scenes", "", "", CacheVerbs::scenes, "Recent scenes: key, last use, cache, and whether it goes next." },
 };
@@ -33,7 +37,7 @@ StatusText const statusTexts[] = {
     { ExitStatus::Done, "done" },
     { ExitStatus::NoSuchKey, "no such key, or none with a default to reset" },
     { ExitStatus::WrongUsage, "wrong usage" },
-    { ExitStatus::CannotRead, "a file that cannot be read" },
+    { ExitStatus::CannotRead, "a file that cannot be read, or with errors that check found" },
     { ExitStatus::CannotWrite, "a file that cannot be written" },
     { ExitStatus::Locked, "the preference is locked by the facility" },
     { ExitStatus::NotAValue, "not a value of the preference's type" },
@@ -82,6 +86,10 @@ void addOptions(QCommandLineParser &parser)
     parser.addOptions({
         { u"category"_s, u"list: only the preferences of a category, such as \"Drawing Mode\"."_s, u"TEXT"_s },
         { u"changed"_s, u"list: only the preferences that the user changed."_s },
+        { u"strict"_s, u"check: a warning counts as an error."_s },
+        { u"ignore"_s, u"check: leaves out the findings of a rule; may be repeated."_s, u"RULE"_s },
+        { u"rules"_s, u"check: list the rules, with their weight in definitions and in users' files."_s },
+        { u"json"_s, u"check, explain: write JSON."_s },
         { u"install"_s, u"Folder that holds \"resources\"; by default that of this installation."_s, u"DIR"_s },
         { u"user"_s,
             u"The user's store: FILE is the old text file; \"F.pref\" is kept in \"F-pref.xml\", any other name "
@@ -142,7 +150,10 @@ void printHelp(QCommandLineParser const &parser, QTextStream &out)
         out << "  " << qSetFieldWidth(17) << Qt::left << (words(verb.name) + words(verb.arguments)).join(u' ')
             << qSetFieldWidth(0) << verb.help << '\n';
     out << "\nlist, describe, cached and scenes write \\t, \\n and \\\\ for a tab, a line feed and a backslash.\n"
-           "A VALUE that begins with '-' and is no number comes after \"--\".\n\nExit status:\n";
+           "A VALUE that begins with '-' and is no number comes after \"--\".\n\n"
+           "check takes a file below a folder \"preferenceSets\" for a preference set, one with \"override\" in its "
+           "name\n"
+           "for an override, one with categories for definitions, and any other for a user's file.\n\nExit status:\n";
     for (StatusText const &entry : statusTexts)
         out << "  " << int(entry.status) << "  " << entry.text << '\n';
 }
@@ -163,6 +174,16 @@ Verb const &findVerb(QCommandLineParser const &options, QString const &name)
     throw Failure{ ExitStatus::WrongUsage, u"There is no verb \"%1\"."_s.arg(name) };
 }
 
+// "ARGUMENT..." stands for one or more, "[ARGUMENT...]" for any number.
+bool takes(Verb const &verb, qsizetype count)
+{
+    QStringList const expected = words(verb.arguments);
+    QString const last = expected.isEmpty() ? QString() : expected.last();
+    if (!last.contains("..."_L1))
+        return count == expected.size();
+    return count >= expected.size() - (last.startsWith(u'[') ? 1 : 0);
+}
+
 void run(QCommandLineParser &parser, QStringList const &commandLine, QTextStream &out)
 {
     if (!parser.parse(withNumbersAsValues(commandLine)))
@@ -178,7 +199,7 @@ void run(QCommandLineParser &parser, QStringList const &commandLine, QTextStream
     if (arguments.isEmpty())
         throw Failure{ ExitStatus::WrongUsage, u"A verb is missing."_s };
     Verb const &verb = findVerb(parser, arguments.takeFirst());
-    if (arguments.size() != words(verb.arguments).size()) {
+    if (!takes(verb, arguments.size())) {
         QString const expected = *verb.arguments ? QString::fromLatin1(verb.arguments) : u"no arguments"_s;
         throw Failure{ ExitStatus::WrongUsage, u"%1 takes %2."_s.arg(QLatin1String(verb.name), expected) };
     }
