@@ -74,8 +74,9 @@ void CommandLine::checkArguments() const
     if (!m_verb)
         throw wrongUsage(u"A verb is missing."_s);
     QString const expected = QString::fromLatin1(m_verb->arguments);
-    auto const count = CommandTable::words(m_verb->arguments).size();
-    if (expected.endsWith("..."_L1) ? m_arguments.size() < count : m_arguments.size() != count)
+    // "X..." stands for one or more, "[X...]" for any number.
+    auto const least = CommandTable::words(m_verb->arguments).size() - (expected.endsWith(u']') ? 1 : 0);
+    if (expected.contains("..."_L1) ? m_arguments.size() < least : m_arguments.size() != least)
         throw wrongUsage(
             u"%1 takes %2."_s.arg(QLatin1String(m_verb->name), expected.isEmpty() ? u"no arguments"_s : expected));
 }

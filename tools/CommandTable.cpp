@@ -1,6 +1,7 @@
 #include "CommandTable.h"
 
 #include "CacheVerbs.h"
+#include "DefinitionVerbs.h"
 #include "StoreVerbs.h"
 #include "ValueVerbs.h"
 
@@ -62,6 +63,11 @@ std::vector<Verb> const &CommandTable::verbs()
             "and value of the wrong type or range is named on the error stream, and nothing is changed then; of "
             "several "
             "reasons the lowest gives the exit status. A file that gives a key twice is refused whole." },
+        { "check", "[FILE...]", "strict ignore rules json", DefinitionVerbs::check,
+            "What is wrong in definitions, overrides, sets and users' files.",
+            "A file below a folder \"preferenceSets\" is taken for a preference set, one with \"override\" in its name "
+            "for an override, one with categories for definitions, and any other for a user's file." },
+        { "explain", "KEY...", "json", DefinitionVerbs::explain, "Where the value comes from, layer by layer." },
         { "cached", "", "", CacheVerbs::cached, "Accessor, key, type and value of each cached value." },
         { "scenes", "", "", CacheVerbs::scenes, "Recent scenes: key, last use, cache, and whether it goes next." },
     };
@@ -74,6 +80,9 @@ std::vector<Option> const &CommandTable::options()
         { "against", "FILE", "Another user's file, old text or XML, to compare with." },
         { "category", "CATEGORY", "Only the preferences of a category, such as \"Drawing Mode\"." },
         { "changed", "", "Only the preferences that the user changed." },
+        { "strict", "", "A warning counts as an error." },
+        { "ignore", "RULE", "Leave out the findings of a rule; may be repeated.", false, true },
+        { "rules", "", "List the rules, with their weight in definitions and in users' files." },
         { "dry-run", "", "Save nothing: show key, present and new value of what would change." },
         { "json", "", "Write JSON." },
         { "install", "DIR", "Folder that holds \"resources\"; by default that of this installation." },
@@ -101,6 +110,7 @@ std::vector<ValueKind> const &CommandTable::kinds()
         { "FILE", ValueKind::File },
         { "DIR", ValueKind::Folder },
         { "WORD", ValueKind::Text },
+        { "RULE", ValueKind::Text },
         { "CATEGORY", ValueKind::Suggested, categories() },
         { "FLAVOUR", ValueKind::OneOf, { u"norvelle"_s, u"panovia"_s } },
         { "MODE", ValueKind::OneOf, { u"full"_s, u"paint"_s, u"scan"_s } },
@@ -115,7 +125,7 @@ std::vector<StatusText> const &CommandTable::statusTexts()
         { ExitStatus::Done, "done" },
         { ExitStatus::NoSuchKey, "no such key, or none with a default to reset" },
         { ExitStatus::WrongUsage, "wrong usage" },
-        { ExitStatus::CannotRead, "a file that cannot be read" },
+        { ExitStatus::CannotRead, "a file that cannot be read, or with errors that check found" },
         { ExitStatus::CannotWrite, "a file that cannot be written" },
         { ExitStatus::Locked, "the preference is locked by the facility" },
         { ExitStatus::NotAValue, "not a value of the preference's type" },
@@ -163,8 +173,7 @@ Verb const *CommandTable::findVerb(QString const &name)
 
 ValueKind const &CommandTable::kind(QString name)
 {
-    if (name.endsWith("..."_L1))
-        name.chop(3);
+    name.remove(u'[').remove(u']').remove("..."_L1);
     for (ValueKind const &kind : kinds()) {
         if (name == QLatin1String(kind.name))
             return kind;

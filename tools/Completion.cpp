@@ -87,7 +87,7 @@ QString kindTables()
     }
     Map ofArguments(u"argument_kinds"_s);
     for (Verb const &verb : CommandTable::verbs())
-        ofArguments.add(QLatin1String(verb.name), QLatin1String(verb.arguments));
+        ofArguments.add(QLatin1String(verb.name), QString::fromLatin1(verb.arguments).remove(u'[').remove(u']'));
     Map sources(u"sources"_s);
     Map choices(u"choices"_s);
     for (ValueKind const &kind : CommandTable::kinds()) {

@@ -1,5 +1,6 @@
 #include "PrefsStore.h"
 
+#include "UndefinedStore.h"
 #include "Verb.h"
 
 #include "HostPlatform.h"
@@ -12,25 +13,6 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-// The user's values without any definitions, in which a font is but a text.
-class UndefinedStore : public PR_Preference {
-public:
-    UndefinedStore(QString const &name, bool local)
-        : PR_Preference(name, local, false)
-    {
-        init();
-    }
-
-protected:
-    Error initPreferences() override
-    {
-        clear();
-        return NoError;
-    }
-};
-} // namespace
 
 QString PrefsStore::nameOf(QCommandLineParser const &options)
 {

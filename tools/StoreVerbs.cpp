@@ -15,19 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString originText(PR_PrefItem const &item)
-{
-    switch (item.getOrigin()) {
-    case PR_PrefItem::OriginUser:
-        return u"user"_s;
-    case PR_PrefItem::OriginFacility:
-        return u"facility"_s;
-    case PR_PrefItem::OriginDefault:
-        break;
-    }
-    return u"default"_s;
-}
-
 QString yesOrNo(bool value)
 {
     return value ? u"yes"_s : u"no"_s;
@@ -71,7 +58,7 @@ void StoreVerbs::describe(Call const &call)
     if (auto const *font = dynamic_cast<PR_FontItem const *>(&item))
         line("Choices", font->EnumNameList().join(", "_L1));
     line("Locked", yesOrNo(item.hasFacilityOverride(false)));
-    line("Origin", originText(item));
+    line("Origin", ValueText::originOf(item));
     line("Short description", item.getShortDescription());
     line("Long description", item.getLongDescription());
 }

@@ -191,6 +191,19 @@ QString ValueText::expectedForm(PR_PrefItem &item)
     return text;
 }
 
+QString ValueText::originOf(PR_PrefItem const &item)
+{
+    switch (item.getOrigin()) {
+    case PR_PrefItem::OriginUser:
+        return u"user"_s;
+    case PR_PrefItem::OriginFacility:
+        return u"facility"_s;
+    case PR_PrefItem::OriginDefault:
+        break;
+    }
+    return u"default"_s;
+}
+
 QString ValueText::escaped(QString text)
 {
     return text.replace(u'\\', "\\\\"_L1).replace(u'\t', "\\t"_L1).replace(u'\n', "\\n"_L1).replace(u'\r', "\\r"_L1);

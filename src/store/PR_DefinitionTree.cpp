@@ -7,6 +7,8 @@
 #include "oswRemapPath.h"
 #include "oswUtil.h"
 
+#include <utility>
+
 namespace {
 bool hasPanoviaFlavour()
 {
@@ -46,37 +48,54 @@ QString PR_DefinitionTree::setPath(QString const &name)
         + QLatin1String(".xml");
 }
 
-PR_DefinitionTree::PR_DefinitionTree(PR_XmlFile const &mainFile)
-    : m_document(mainFile.document)
+PR_DefinitionTree::PR_DefinitionTree(PR_XmlFile mainFile)
 {
+    m_files.push_back({ PR_DefinitionFile::Main, std::move(mainFile) });
 }
 
-void PR_DefinitionTree::append(QString const &path)
+void PR_DefinitionTree::append(PR_DefinitionFile::Layer layer, QString const &path)
 {
-    PR_XmlFile const file = PR_XmlFile::readDocument(oswRemapPath::RemapPath2(path));
-    QDomElement root = m_document.documentElement();
-    QDomNode const otherRoot = file.document.documentElement();
-    for (QDomNode node = otherRoot.firstChild(); !node.isNull(); node = node.nextSibling())
-        root.appendChild(m_document.importNode(node, true));
+    m_files.push_back({ layer, PR_XmlFile::readDocument(oswRemapPath::RemapPath2(path)) });
+}
+
+void PR_DefinitionTree::appendLayers(QString const &setPath)
+{
+    if (!setPath.isEmpty())
+        append(PR_DefinitionFile::Set, setPath);
+    append(PR_DefinitionFile::Override, overridePath());
 }
 
 void PR_DefinitionTree::trim()
 {
-    QDomElement root = m_document.documentElement();
-    AC_XML::trimConditions(root, WHO_Features::keywords(false), false);
+    QStringList const keywords = WHO_Features::keywords(false);
+    // The tree has one root, that of the main file: its condition is that of all files, and no other root's counts.
+    QString const feature = QStringLiteral("feature");
+    QDomElement const mainRoot = m_files.front().xml.document.documentElement();
+    for (PR_DefinitionFile &file : m_files) {
+        QDomElement root = file.xml.document.documentElement();
+        if (mainRoot.hasAttribute(feature))
+            root.setAttribute(feature, mainRoot.attribute(feature));
+        else
+            root.removeAttribute(feature);
+        AC_XML::trimConditions(root, keywords, false);
+    }
 }
 
-void PR_DefinitionTree::visit(Visitor const &visitor) const
+void PR_DefinitionTree::visit(Extent extent, Visitor const &visitor) const
 {
     QString const categoryName = QStringLiteral("category");
-    QDomElement const root = m_document.documentElement();
-    for (QDomElement category = root.firstChildElement(categoryName); !category.isNull();
-         category = category.nextSiblingElement(categoryName)) {
-        if (!isAdmitted(category))
-            continue;
-        for (QDomElement item = category.firstChildElement(); !item.isNull(); item = item.nextSiblingElement()) {
-            if (isAdmitted(item))
-                visitor(category, item);
+    auto const isVisited = [extent](QDomElement const &element) { return extent == Everything || isAdmitted(element); };
+    for (PR_DefinitionFile const &file : m_files) {
+        PR_Definition definition{ &file, file.xml.document.documentElement().firstChildElement(categoryName), {} };
+        QDomElement &category = definition.category;
+        for (; !category.isNull(); category = category.nextSiblingElement(categoryName)) {
+            if (!isVisited(category))
+                continue;
+            QDomElement &element = definition.element;
+            for (element = category.firstChildElement(); !element.isNull(); element = element.nextSiblingElement()) {
+                if (isVisited(element))
+                    visitor(definition);
+            }
         }
     }
 }

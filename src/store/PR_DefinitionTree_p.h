@@ -1,14 +1,14 @@
 #ifndef PR_DEFINITIONTREE_P_H
 #define PR_DEFINITIONTREE_P_H
 
-#include "PR_XmlFile_p.h"
-
-#include <QDomDocument>
+#include "PR_Definition_p.h"
 
 #include <functional>
+#include <vector>
 
-/*! The definition files of an installation, merged into one tree: the main file, then the preference set, then the
-    facility's override. A later definition of a key is meant to replace an earlier one. Needs no store. */
+/*! The definition files of an installation as one tree: the main file, then the preference set, then the facility's
+    override. A later definition of a key is meant to replace an earlier one. Each file keeps its own document, in which
+    elements know their lines. Needs no store. */
 class PR_DefinitionTree {
 public:
     /*! \name Paths of the definition files
@@ -21,20 +21,29 @@ public:
     /*!\}*/
 
     /*! Begins the tree with a main file that was read. */
-    explicit PR_DefinitionTree(PR_XmlFile const &mainFile);
+    explicit PR_DefinitionTree(PR_XmlFile mainFile);
 
-    /*! Adds the children of the root of a further file; one that is missing or cannot be read adds nothing. */
-    void append(QString const &path);
+    /*! Adds the further files: the preference set, unless its path is empty, and the override. One that is missing or
+        cannot be read defines nothing. */
+    void appendLayers(QString const &setPath);
 
     /*! Removes what the host's features exclude. */
     void trim();
 
-    using Visitor = std::function<void(QDomElement const &category, QDomElement const &item)>;
-    /*! Visits the item elements that platform and mode admit, in document order. */
-    void visit(Visitor const &visitor) const;
+    enum Extent {
+        Admitted, /*!< What platform and mode admit. */
+        Everything
+    };
+    using Visitor = std::function<void(PR_Definition const &definition)>;
+    /*! Visits the item elements in the order of the files and of their documents. */
+    void visit(Extent extent, Visitor const &visitor) const;
+
+    std::vector<PR_DefinitionFile> const &files() const { return m_files; }
 
 private:
-    QDomDocument m_document;
+    void append(PR_DefinitionFile::Layer layer, QString const &path);
+
+    std::vector<PR_DefinitionFile> m_files;
 };
 
 #endif

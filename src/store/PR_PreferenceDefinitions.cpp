@@ -1,15 +1,17 @@
+#include "PR_Condition_p.h"
 #include "PR_DefinitionTree_p.h"
 #include "PR_PreferenceMessages_p.h"
 #include "PR_Preference_p.h"
 
 #include "PR_PrefConstants.h"
-#include "PR_PrefItemFactoryManager.h"
 
 #include "OSW_Lang.h"
 #include "WHO_Features.h"
 #include "WHO_Identity.h"
 #include "oswRemapPath.h"
 #include "whoami.h"
+
+#include <utility>
 
 namespace {
 #if defined(Q_OS_WIN)
@@ -20,19 +22,11 @@ QLatin1String const platformWord("macosx");
 QLatin1String const platformWord("linux");
 #endif
 
-// Whether a condition, a word or "not " and a word, holds where only the given word is true.
-bool conditionHolds(QString const &condition, QLatin1String word)
-{
-    QLatin1String const negation("not ");
-    if (condition.startsWith(negation))
-        return QStringView(condition).mid(negation.size()) != word;
-    return condition == word;
-}
-
+// An element without the attribute is as good as one with the word that holds.
 bool conditionHolds(QDomElement const &element, QString const &attribute, QLatin1String word)
 {
-    // An element without the attribute is as good as one with the word that holds.
-    return conditionHolds(element.attribute(attribute, word), word);
+    QString const present = word;
+    return PR_Condition(element.attribute(attribute, present)).holds(present);
 }
 
 // Reports a file that could not be read under the name by which the user knows it.
@@ -42,22 +36,6 @@ void reportUnreadable(PR_XmlFile const &file, QString const &path)
         PR_PreferenceMessages::report(PR_PreferenceMessages::CannotOpenForReading, MSG_Scope::Log, path);
     else if (file.state == PR_XmlFile::NotXml)
         PR_PreferenceMessages::report(PR_PreferenceMessages::CannotParse, MSG_Scope::Error, path);
-}
-
-// The text beside its item, not among those of the document, which would pin the memory around them.
-QString ownText(QString const &text)
-{
-    return QString(text.constData(), text.size());
-}
-
-std::unique_ptr<PR_PrefItem> createItem(PR_PrefItem::Category category, QDomElement const &definition)
-{
-    QString const key = ownText(definition.attribute(kId));
-    QString const type = definition.tagName();
-    if (type == QLatin1String("shortcut"))
-        return std::make_unique<PR_KeyItem>(category, key, definition.attribute(kValue));
-    auto const factory = PR_PrefItemFactoryManager::getInstance()->factory(type);
-    return std::unique_ptr<PR_PrefItem>(factory ? factory->create(category, key, definition) : nullptr);
 }
 } // namespace
 
@@ -94,30 +72,21 @@ PR_Preference::Error PR_Preference::initPreferences()
     QString const path = d->isLocal ? getLocalPrefsXMLPath() : getPrefsXMLPath();
     if (path.isEmpty())
         return DefaultFileNotFound;
-    PR_XmlFile const mainFile = PR_XmlFile::readDocument(oswRemapPath::RemapPath2(path));
+    PR_XmlFile mainFile = PR_XmlFile::readDocument(oswRemapPath::RemapPath2(path));
     reportUnreadable(mainFile, path);
     if (mainFile.state != PR_XmlFile::Read)
         return DefaultFileNotFound;
 
-    PR_DefinitionTree definitions(mainFile);
     d->items.reserve(size_t(mainFile.elementCount));
-    QString const setPath = getPrefsSetXMLPath();
-    if (!setPath.isEmpty())
-        definitions.append(setPath);
-    definitions.append(getPrefsOverrideXMLPath());
+    PR_DefinitionTree definitions(std::move(mainFile));
+    definitions.appendLayers(getPrefsSetXMLPath());
     definitions.trim();
 
-    definitions.visit([this](QDomElement const &category, QDomElement const &definition) {
-        auto item = createItem(PR_PrefItem::getCategory(category.attribute(kId)), definition);
+    definitions.visit(PR_DefinitionTree::Admitted, [this](PR_Definition const &definition) {
+        auto item = definition.createItem();
         if (!item || !isValidInThisConfig(item.get()))
             return;
-        item->setShortDescription(ownText(definition.attribute(QStringLiteral("shortDesc"))));
-        item->setLongDescription(ownText(definition.attribute(QStringLiteral("longDesc"))));
-        if (definition.attribute(QStringLiteral("facilityOverride")).toLower() == QLatin1String("true"))
-            item->setFacilityOverride();
-        // A later definition wins, but a lock stays.
-        auto const held = d->items.find(item->getKey());
-        if (!held || !held->hasFacilityOverride(false))
+        if (PR_Definition::mayReplace(d->items.find(item->getKey()).item()))
             d->items.insert(std::move(item));
     });
 

@@ -1,5 +1,6 @@
 #include "PR_PreferenceMessages_p.h"
 #include "PR_Preference_p.h"
+#include "PR_UndefinedItem_p.h"
 #include "PR_UserFileWriter_p.h"
 
 #include "PR_PrefConstants.h"
@@ -52,22 +53,6 @@ bool openNewFile(QFile &file, QString const &replaced)
     if (fs::exists(status))
         fs::permissions(nativePath(file.fileName()), status.permissions(), code);
     return true;
-}
-
-// The item for an element of a key that has no definition; null for types that are kept as texts.
-std::unique_ptr<PR_PrefItem> createUndefinedItem(QString const &type, QString const &key)
-{
-    auto const category = PR_PrefItem::Internal;
-    if (type == QLatin1String("color"))
-        return std::make_unique<PR_RgbaItem>(category, key, 0xFFFF0000U);
-    if (type == QLatin1String("int"))
-        return std::make_unique<PR_IntItem>(
-            category, key, 0, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
-    if (type == QLatin1String("double"))
-        return std::make_unique<PR_DoubleItem>(category, key, 0.0);
-    if (type == QLatin1String("bool"))
-        return std::make_unique<PR_BoolItem>(category, key, false);
-    return nullptr;
 }
 } // namespace
 
@@ -191,7 +176,7 @@ void PR_Preference::Private::loadElement(PR_Preference &store, PR_UserFile::Elem
     auto const held = items.find(key);
     if ((held && isTakenBy(held)) || key.isEmpty())
         return;
-    auto item = createUndefinedItem(element.content.tag, key);
+    auto item = PR_UndefinedItem::create(element.content.tag, key);
     if (!item || !isTakenBy(PR_ItemSet::Entry(item.get())))
         store.setStringValue(key, element.content.value());
     else if (!held)

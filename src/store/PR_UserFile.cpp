@@ -71,7 +71,8 @@ private:
             m_result.m_preferenceSet = element.attribute(kValue);
         }
         if (m_depth == 1) {
-            m_result.m_elements.push_back({ std::move(element), {} });
+            m_result.m_elements.push_back(
+                { std::move(element), {}, int(m_reader.lineNumber()), int(m_reader.columnNumber()) });
             m_node = QDomNode();
         } else if (m_depth > 1) {
             m_node = node().appendChild(element.toDom(m_result.m_document));

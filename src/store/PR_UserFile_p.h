@@ -15,6 +15,12 @@ public:
         PR_ItemElement content;
         /*! The whole element, where it holds more than the content tells, else null. */
         QDomElement dom;
+        /*! \name Where its tag ends
+            The line from 1; the number of characters before the end in that line. */
+        /*!\{*/
+        int line;
+        int column;
+        /*!\}*/
     };
 
     /*! Reads the file; the elements are those of the whole file or, unless its state is Read, none. */

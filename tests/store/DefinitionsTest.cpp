@@ -146,6 +146,34 @@ TEST_F(DefinitionsTest, SetAndOverrideMayBeMissingOrUnreadable)
     }
 }
 
+TEST_F(DefinitionsTest, TheMainFilesRootDecidesForAllFiles)
+{
+    struct Row {
+        QByteArray main, set, facility; // attributes of the root elements
+        char const *items;
+    };
+    char const *const all = "int MAIN=0, int OVERRIDE=0, int SET=0";
+    Row const rows[] = {
+        { "", "", "", all },
+        { "feature='rig'", "", "", "" },
+        { "feature='not rig'", "", "", all },
+        { "feature='not rig'", "feature='rig'", "feature='rig'", all },
+        { "", "feature='rig'", "feature='light'", all },
+        { "feature='rig'", "feature='not rig'", "feature='not rig'", "" },
+        { "feature='sound'", "feature='not sound'", "platform='beos' mode='scan'", all },
+    };
+    host.featureKeywords = QStringList{ u"sound"_s };
+    auto const write = [this](QString const &file, QByteArray const &root, QByteArray const &items) {
+        writeFile(u"install/resources/"_s + file, "<preferences " + root + '>' + category(items) + "</preferences>");
+    };
+    for (Row const &row : rows) {
+        write(u"prefs.xml"_s, row.main, "<int id='MAIN'/><int id='RIG' feature='rig'/>");
+        write(setName, row.set, "<int id='SET'/><deep><int id='SET'/></deep><int id='RIG' feature='rig'/>");
+        write(overrideName, row.facility, "<int id='OVERRIDE'/><int id='RIG' feature='rig'/>");
+        EXPECT_EQ(definitions(), row.items) << row.main.data() << row.set.data() << row.facility.data();
+    }
+}
+
 TEST_F(DefinitionsTest, TheFlavourChoosesTheFiles)
 {
     writeFile(u"user-localpref.xml"_s, readFile(xmlName));

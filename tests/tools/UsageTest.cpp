@@ -76,7 +76,7 @@ TEST_F(UsageTest, BashCompletes)
     QString const script = writeFile(u"prefs.bash"_s, generated(u"bash"_s));
     QStringList const fixed{ QStringLiteral(TOOLS_TESTS "/complete.bash"), script, program };
     Completion const completions[] = {
-        { "", "list|get|describe|set|reset|diff|dump|load|cached|scenes" },
+        { "", "list|get|describe|set|reset|diff|dump|load|check|explain|cached|scenes" },
         { "d", "describe|diff|dump" },
         { "li", "list" },
         { "frobnicate|", "" },
@@ -128,7 +128,7 @@ TEST_F(UsageTest, ZshCompletes)
     writeFile(u"functions/_prefs"_s, generated(u"zsh"_s));
     userFile("<int id='UNKNOWN' value='7'/><font id='FONT' value='my font'/>");
     Completion const completions[] = {
-        { "", "list|get|describe|set|reset|diff|dump|load|cached|scenes" },
+        { "", "list|get|describe|set|reset|diff|dump|load|check|explain|cached|scenes" },
         { "list --c", "--changed|--category" },
         { "get --c", "" },
         { "--mode ", "full|paint|scan" },

@@ -1,0 +1,49 @@
+#ifndef RULES_H
+#define RULES_H
+
+/*! What the checks of files look for. */
+enum class Rule {
+    CannotRead,
+    NotXml,
+    UnknownElement,
+    UnknownAttribute,
+    IgnoredContent,
+    MissingId,
+    DuplicateKey,
+    ShadowedKey,
+    DroppedByLock,
+    UnknownCategory,
+    MissingValue,
+    BadValue,
+    BadFlag,
+    ReversedRange,
+    OutsideRange,
+    OutsideChannel,
+    UnreadableShortcut,
+    MissingFont,
+    BadPlatform,
+    BadMode,
+    BadFeature,
+    NeverHolds,
+    ConditionalCachedKey,
+    UnknownKey,
+    ChangedType,
+    RepeatedDefault,
+    MissingSet,
+    Count
+};
+
+enum class Severity { None, Warning, Error };
+
+/*! What is said about a rule. The names are for ever: scripts rely on them. */
+struct RuleText {
+    char const *name;
+    Severity inDefinitions; /*!< Also in preference sets and overrides. */
+    Severity inUserFile;
+    char const *explanation;
+};
+
+RuleText const &textOf(Rule rule);
+char const *textOf(Severity severity);
+
+#endif
