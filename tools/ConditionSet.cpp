@@ -11,7 +11,7 @@ QSet<QString> setOf(QStringList const &words)
 }
 
 // Leaves the words for which the condition of an element holds.
-void restrict(QSet<QString> &words, QDomElement const &element, QString const &attribute)
+void keepWhereItHolds(QSet<QString> &words, QDomElement const &element, QString const &attribute)
 {
     if (!element.hasAttribute(attribute))
         return;
@@ -38,8 +38,8 @@ ConditionSet::ConditionSet(PR_Definition const &definition)
     , m_modes(setOf(modes()))
 {
     for (QDomElement const &element : { definition.category, definition.element }) {
-        restrict(m_platforms, element, u"platform"_s);
-        restrict(m_modes, element, u"mode"_s);
+        keepWhereItHolds(m_platforms, element, u"platform"_s);
+        keepWhereItHolds(m_modes, element, u"mode"_s);
         if (element.hasAttribute(u"feature"_s)) {
             QString const text = element.attribute(u"feature"_s);
             PR_Condition const feature(text);

@@ -316,24 +316,22 @@ bool DefinitionChecker::checkPair(Rival const &earlier, Rival const &later)
         return false;
     bool const earlierCovers = earlier.conditions.covers(later.conditions);
     bool const laterCovers = later.conditions.covers(earlier.conditions);
-    QString const earlierPlace = placeText(earlier);
-    QString const laterPlace = placeText(later);
-    if (earlier.isLocked) {
-        if (!earlierCovers || !later.isOwn)
-            return false;
-        enter(later.definition.element);
-        report(Rule::DroppedByLock, u"%1 locks the key"_s.arg(earlierPlace), kId);
-        return true;
-    }
-    if (!laterCovers || !earlier.isOwn)
+    if (earlier.isLocked && earlierCovers && later.isOwn)
+        reportRival(later, Rule::DroppedByLock, u"%1 locks the key"_s, earlier);
+    else if (earlier.isLocked || !laterCovers || !earlier.isOwn)
         return false;
-    bool const isDuplicate = earlierCovers && later.isOwn;
-    enter(isDuplicate ? later.definition.element : earlier.definition.element);
-    if (isDuplicate)
-        report(Rule::DuplicateKey, u"the key is defined before, at %1"_s.arg(earlierPlace), kId);
+    else if (earlierCovers && later.isOwn)
+        reportRival(later, Rule::DuplicateKey, u"the key is defined before, at %1"_s, earlier);
     else
-        report(Rule::ShadowedKey, u"%1 holds wherever this does and replaces it"_s.arg(laterPlace), kId);
+        reportRival(earlier, Rule::ShadowedKey, u"%1 holds wherever this does and replaces it"_s, later);
     return true;
+}
+
+void DefinitionChecker::reportRival(Rival const &own, Rule rule, QString const &text, Rival const &other)
+{
+    QString const place = placeText(other);
+    enter(own.definition.element);
+    report(rule, text.arg(place), kId);
 }
 
 QString DefinitionChecker::placeText(Rival const &rival)

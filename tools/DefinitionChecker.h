@@ -49,6 +49,7 @@ private:
     Rivals rivalsOf(QString const &key) const;
     void checkRivals(Rivals const &rivals);
     bool checkPair(Rival const &earlier, Rival const &later);
+    void reportRival(Rival const &own, Rule rule, QString const &text, Rival const &other);
     QString placeText(Rival const &rival);
 
     PR_DefinitionTree const m_tree;

@@ -13,7 +13,7 @@ class PR_PrefItem;
 struct PR_DefinitionFile {
     enum Layer { Main, Set, Override };
 
-    Layer layer;
+    Layer layer = Main;
     PR_XmlFile xml;
 };
 
@@ -24,7 +24,7 @@ struct PR_Definition {
     /*! Whether a definition takes the place of the item that earlier ones gave its key: a lock stays. */
     static bool mayReplace(PR_PrefItem const *held);
 
-    PR_DefinitionFile const *file;
+    PR_DefinitionFile const *file = nullptr;
     QDomElement category;
     QDomElement element;
 };

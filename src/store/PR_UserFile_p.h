@@ -18,8 +18,8 @@ public:
         /*! \name Where its tag ends
             The line from 1; the number of characters before the end in that line. */
         /*!\{*/
-        int line;
-        int column;
+        int line = 0;
+        int column = 0;
         /*!\}*/
     };
 
