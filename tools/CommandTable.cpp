@@ -2,6 +2,7 @@
 
 #include "CacheVerbs.h"
 #include "DefinitionVerbs.h"
+#include "Rules.h"
 #include "StoreVerbs.h"
 #include "ValueVerbs.h"
 
@@ -23,6 +24,14 @@ QStringList categories()
             texts.append(text);
     }
     return texts + QStringList{ u"Panovia"_s }; // understood, but never shown under its own name
+}
+
+QStringList rules()
+{
+    QStringList names;
+    for (int i = 0; i < int(Rule::Count); ++i)
+        names.append(QLatin1String(textOf(Rule(i)).name));
+    return names;
 }
 
 // The options whose verbs fulfil a condition, in the order of the table.
@@ -110,7 +119,7 @@ std::vector<ValueKind> const &CommandTable::kinds()
         { "FILE", ValueKind::File },
         { "DIR", ValueKind::Folder },
         { "WORD", ValueKind::Text },
-        { "RULE", ValueKind::Text },
+        { "RULE", ValueKind::Suggested, rules() },
         { "CATEGORY", ValueKind::Suggested, categories() },
         { "FLAVOUR", ValueKind::OneOf, { u"norvelle"_s, u"panovia"_s } },
         { "MODE", ValueKind::OneOf, { u"full"_s, u"paint"_s, u"scan"_s } },
