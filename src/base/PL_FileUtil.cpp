@@ -93,11 +93,11 @@ bool replaceByCopy(QString const &file, QString const &path)
     QFile::remove(temporary); // left by a dead process, it may be a link to anything
     std::error_code code;
     fs::copy_file(nativePath(file), nativePath(temporary), code);
-    std::error_code noFile;
-    auto const mode = fs::status(nativePath(path), noFile).permissions();
-    if (!code && !noFile)
-        fs::permissions(nativePath(temporary), mode, code);
-    if (!code && syncToDisk(temporary) && rename(temporary, path))
+    auto const takesAttributesOf = [&temporary](QString const &other) {
+        return PL_FileUtil::CopyAttributes(PL_FileSpec(UT_String(other)), PL_FileSpec(UT_String(temporary)));
+    };
+    if (!code && (takesAttributesOf(path) || takesAttributesOf(file)) && syncToDisk(temporary)
+        && rename(temporary, path))
         return true;
     QFile::remove(temporary);
     return false;
@@ -188,6 +188,23 @@ bool PL_FileUtil::RestoreBackupFile(PL_FileSpec const &spec, bool keepDamaged)
     if (restored)
         syncFolderOf(target);
     return restored;
+}
+
+bool PL_FileUtil::CopyAttributes(PL_FileSpec const &from, PL_FileSpec const &to)
+{
+    QString const source = from.GetFilePath().ToQString();
+    fs::path const target = nativePath(to.GetFilePath().ToQString());
+    std::error_code code;
+    fs::file_status const status = fs::status(nativePath(source), code);
+    if (!fs::exists(status))
+        return false;
+#ifdef Q_OS_UNIX
+    // Some file systems have no owners.
+    QFileInfo const info(source);
+    [[maybe_unused]] bool const given = geteuid() == 0 && chown(target.c_str(), info.ownerId(), info.groupId()) == 0;
+#endif
+    fs::permissions(target, status.permissions(), code);
+    return !code;
 }
 
 bool PL_FileUtil::KeepDamagedFile(PL_FileSpec const &spec)

@@ -25,6 +25,9 @@ public:
     /*! Keeps a file that cannot be read as "F.bad", for repair; an empty file, or one that is no other than the backup,
         does not displace what is there. */
     static bool KeepDamagedFile(PL_FileSpec const &spec);
+    /*! Gives the file \a to the permission bits of \a from and, where root runs this, its owner and group: a file that
+        root mends stays its owner's. False when there is no such file, or the bits cannot be set. */
+    static bool CopyAttributes(PL_FileSpec const &from, PL_FileSpec const &to);
 };
 
 #endif

@@ -5,7 +5,6 @@
 
 #include "PR_PrefConstants.h"
 
-#include "NativePath_p.h"
 #include "PL_FileUtil.h"
 #include "TULex.h"
 #include "oswRemapPath.h"
@@ -17,13 +16,10 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>
 #endif
-
-namespace fs = std::filesystem;
 
 namespace {
 // Writes the bytes and flushes them to the disk; the reason of a failure, empty when all went well.
@@ -39,7 +35,8 @@ QString writeToDisk(QFile &file, QByteArray const &bytes)
     return {};
 }
 
-// Opens a new file that nobody else can read, or with the permission bits of the file that it will replace.
+// Opens a new file that nobody else can read, or with the attributes of the file that it will replace. Some file
+// systems have none.
 bool openNewFile(QFile &file, QString const &replaced)
 {
     if (file.fileName() != replaced) // the same for a circle of links
@@ -47,11 +44,7 @@ bool openNewFile(QFile &file, QString const &replaced)
     if (!file.open(
             QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered, QFile::ReadOwner | QFile::WriteOwner))
         return false;
-    // Some file systems have no modes.
-    std::error_code code;
-    fs::file_status const status = fs::status(nativePath(replaced), code);
-    if (fs::exists(status))
-        fs::permissions(nativePath(file.fileName()), status.permissions(), code);
+    PL_FileUtil::CopyAttributes(PL_FileSpec(UT_String(replaced)), PL_FileSpec(UT_String(file.fileName())));
     return true;
 }
 } // namespace

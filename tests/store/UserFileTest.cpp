@@ -12,6 +12,7 @@
 #include <limits>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -283,10 +284,14 @@ TEST_F(UserFileTest, LinksModesAndForeignNewFilesAreRespected)
     ASSERT_TRUE(QFile::link(path(u"link"_s), path(xmlName)));
     for (QString const &process : { u"999999999"_s, u"1"_s, u"other"_s }) // dead, living, none
         writeFile(u"folder/target."_s + process + u".new"_s, "");
+    // Root may save for a user.
+    uid_t const owner = geteuid() == 0 ? 4321 : geteuid();
+    ASSERT_EQ(chown(QFile::encodeName(target).constData(), owner, getegid()), 0);
     for (mode_t const mode : { 0640U, 0400U, 0666U }) {
         ASSERT_EQ(chmod(QFile::encodeName(target).constData(), mode), 0);
         TestStore(name).save();
         EXPECT_EQ(modeOf(target), mode);
+        EXPECT_EQ(QFileInfo(target).ownerId(), owner);
     }
     EXPECT_TRUE(readFile(u"folder/target"_s).startsWith("<?xml"));
     EXPECT_EQ(QDir(path(u"folder"_s)).entryList(QDir::Files, QDir::Name),
