@@ -58,9 +58,9 @@ PR_ItemElement PR_ItemElement::of(QDomElement const &dom)
     for (int i = 0; i < attributes.size(); ++i) {
         QDomAttr const attribute = attributes.item(i).toAttr();
         if (attribute.name() == kId)
-            element.id = xmlText(attribute.value());
+            element.id = attribute.value();
         else
-            element.add(attribute.name(), xmlText(attribute.value()));
+            element.add(attribute.name(), attribute.value());
     }
     // A document keeps them in an order that differs from process to process.
     std::sort(element.attributes.begin(), element.attributes.end());

@@ -15,13 +15,12 @@ struct PR_ItemElement {
     using Attribute = std::pair<QString, QString>;
 
     /*! The element \a tag of the item \a id. A tag that is no ASCII name gives "string": the value comes back under its
-        key whatever the element's name. Here and below, characters that XML cannot hold are dropped; add() takes a text
-       as it is. */
+        key whatever the element's name. Characters that XML cannot hold are dropped. */
     static PR_ItemElement of(QString const &tag, QString const &id);
     /*! The same, with a value: in the attribute "value" or, with \a asCdata, in the "cdata" form, unless a reader of
-        that would not get it back. */
+        that would not get it back. Characters that XML cannot hold are dropped. */
     static PR_ItemElement of(QString const &tag, QString const &id, QString const &value, bool asCdata = false);
-    /*! What an element of a document says; further children of it are left out. */
+    /*! What an element of a document says, as it stands; further children of it are left out. */
     static PR_ItemElement of(QDomElement const &dom);
 
     /*! The text without control characters, lone surrogates, U+FFFE and U+FFFF. */

@@ -90,7 +90,10 @@ void PR_UserFileWriter::add(QDomElement const &element)
 
 void PR_UserFileWriter::append(QDomElement const &element)
 {
-    PR_ItemElement const content = PR_ItemElement::of(element);
+    PR_ItemElement content = PR_ItemElement::of(element);
+    content.id = PR_ItemElement::xmlText(content.id);
+    for (PR_ItemElement::Attribute &attribute : content.attributes)
+        attribute.second = PR_ItemElement::xmlText(attribute.second);
     appendStart(content);
     m_elements.append(u'>');
     for (QDomNode node = element.firstChild(); !node.isNull(); node = node.nextSibling()) {
