@@ -26,14 +26,6 @@ QStringList categories()
     return texts + QStringList{ u"Panovia"_s }; // understood, but never shown under its own name
 }
 
-QStringList rules()
-{
-    QStringList names;
-    for (int i = 0; i < int(Rule::Count); ++i)
-        names.append(QLatin1String(textOf(Rule(i)).name));
-    return names;
-}
-
 // The options whose verbs fulfil a condition, in the order of the table.
 template <class Condition> std::vector<Option> optionsWith(Condition const &holds)
 {
@@ -119,7 +111,7 @@ std::vector<ValueKind> const &CommandTable::kinds()
         { "FILE", ValueKind::File },
         { "DIR", ValueKind::Folder },
         { "WORD", ValueKind::Text },
-        { "RULE", ValueKind::Suggested, rules() },
+        { "RULE", ValueKind::Suggested, ruleNames() },
         { "CATEGORY", ValueKind::Suggested, categories() },
         { "FLAVOUR", ValueKind::OneOf, { u"norvelle"_s, u"panovia"_s } },
         { "MODE", ValueKind::OneOf, { u"full"_s, u"paint"_s, u"scan"_s } },

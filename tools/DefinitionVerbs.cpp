@@ -44,9 +44,7 @@ QJsonObject toJson(Finding const &finding)
 QStringList ignoredRules(Call const &call)
 {
     QStringList const ignored = call.options.values(u"ignore"_s);
-    QStringList names;
-    for (int rule = 0; rule < int(Rule::Count); ++rule)
-        names.append(QLatin1String(textOf(Rule(rule)).name));
+    QStringList const names = ruleNames();
     for (QString const &name : ignored) {
         if (!names.contains(name))
             throw Failure{ ExitStatus::WrongUsage, u"There is no rule \"%1\"."_s.arg(name) };

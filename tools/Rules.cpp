@@ -40,6 +40,14 @@ constexpr RuleText rules[] = {
 static_assert(sizeof(rules) / sizeof(rules[0]) == std::size_t(Rule::Count), "each rule has its text");
 } // namespace
 
+QStringList ruleNames()
+{
+    QStringList names;
+    for (RuleText const &rule : rules)
+        names.append(QLatin1String(rule.name));
+    return names;
+}
+
 RuleText const &textOf(Rule rule)
 {
     return rules[std::size_t(rule)];

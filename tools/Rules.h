@@ -1,6 +1,8 @@
 #ifndef RULES_H
 #define RULES_H
 
+#include <QStringList>
+
 /*! What the checks of files look for. */
 enum class Rule {
     CannotRead,
@@ -43,6 +45,7 @@ struct RuleText {
     char const *explanation;
 };
 
+QStringList ruleNames();
 RuleText const &textOf(Rule rule);
 char const *textOf(Severity severity);
 
