@@ -1,4 +1,4 @@
-#include "ToolTest.h"
+#include "ProgramTest.h"
 
 #include "PR_PrefItem.h"
 
@@ -12,13 +12,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-class ExplainTest : public ToolTest {
+class ExplainTest : public ProgramTest {
 protected:
-    void userFile(QByteArray const &items) const
-    {
-        writeFile(u"user-pref.xml"_s, "<preferences>\n" + items + "</preferences>");
-    }
-
     // The explanation of a key as text, its paths shortened.
     std::string explain(QString const &key, QStringList const &options = {}) const
     {
@@ -132,9 +127,7 @@ TEST_F(ExplainTest, GivesTheReasons)
     EXPECT_NE(explain(u"MORPH_K"_s).find("left out|1|prefs.xml:1|the product has no morphing\n"), std::string::npos);
     EXPECT_NE(explain(u"MORPH_K"_s, { u"--morphing"_s }).find("won|1|prefs.xml:1|\n"), std::string::npos);
     define({});
-    Run const unknown = run({ u"explain"_s, u"MORHP_K"_s });
-    EXPECT_EQ(unknown.status, 1);
-    EXPECT_EQ(unknown.messages, "prefs: There is no preference MORHP_K.\n");
+    expect({ { "explain|MORHP_K", 1, "", "prefs: There is no preference MORHP_K.\n" } });
 }
 
 TEST_F(ExplainTest, TellsOfFilesThatAreNotRead)
@@ -178,14 +171,13 @@ TEST_F(ExplainTest, NamesTheNearestKey)
 {
     define(category("<int id='XSHEET_LINE_HOLD' value='1'/>"));
     userFile("<int id='OLD_KEY' value='1'/>");
-    std::pair<char const *, char const *> const rows[] = { { "XSHEET_LINE_HLOD", " Did you mean XSHEET_LINE_HOLD?" },
-        { "xsheet_line_hold", " Did you mean XSHEET_LINE_HOLD?" }, { "OLDKEY", " Did you mean OLD_KEY?" },
-        { "SOMETHING", "" }, { "LINE", "" } };
-    for (auto const &[key, hint] : rows) {
-        Run const result = run({ u"explain"_s, QLatin1String(key) });
-        EXPECT_EQ(result.status, 1);
-        EXPECT_EQ(result.messages, std::string("prefs: There is no preference ") + key + "." + hint + "\n");
-    }
+    expect({
+        { "explain|XSHEET_LINE_HLOD", 1, "", " XSHEET_LINE_HLOD. Did you mean XSHEET_LINE_HOLD?\n" },
+        { "explain|xsheet_line_hold", 1, "", " Did you mean XSHEET_LINE_HOLD?\n" },
+        { "explain|OLDKEY", 1, "", " Did you mean OLD_KEY?\n" },
+        { "explain|SOMETHING", 1, "", " SOMETHING.\n" },
+        { "explain|LINE", 1, "", " LINE.\n" },
+    });
 }
 
 // Random layers: what the explanation says must be what a store gives.

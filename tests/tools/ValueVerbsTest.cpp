@@ -31,7 +31,7 @@ protected:
 TEST_F(ValueVerbsTest, LoadTakesBackWhatDumpGives)
 {
     userOfEachType();
-    QByteArray const everything = output(u"dump"_s);
+    QByteArray const everything = QByteArray::fromStdString(run({ u"dump"_s }).out);
     EXPECT_TRUE(everything.contains("\"LOCKED\": 1,\n"));
     QByteArray const ofUser = readFile(u"user-pref.xml"_s);
     expect({
