@@ -70,7 +70,6 @@ TEST_F(ExplainTest, GivesTheReasons)
     char const *const noSuch = "No such preference under these conditions\n";
     std::string const notInUserFile = "user file|absent||user-pref.xml|the key is not in it\n";
     Row const rows[] = {
-        { "default", one("value='1'"), "", "definitions|won|1|prefs.xml:1|\n" },
         { "no value", one("value='1'"), "<int id='K' value='x'/>",
             "definitions|won|1|prefs.xml:1|\nuser file|left out|x|user-pref.xml:2|no value of the type int\n" },
         { "lock", one("value='1' facilityOverride='true'"), "<int id='K' value='2'/>",
@@ -82,10 +81,6 @@ TEST_F(ExplainTest, GivesTheReasons)
         { "platform", one("value='1'") + one("value='2' platform='beos'"), "",
             "definitions|won|1|prefs.xml:1|\n"
             "definitions|left out|2|prefs.xml:1|platform=\"beos\"; the condition on the platform does not hold\n" },
-        { "mode of the category",
-            one("value='1'") + "<category id='Sound' mode='scan'><int id='K' value='2'/></category>", "",
-            "definitions|won|1|prefs.xml:1|\n"
-            "definitions|left out|2|prefs.xml:1|category mode=\"scan\"; the condition on the mode does not hold\n" },
         { "feature", one("value='1' feature='not rig'") + one("value='2' feature='rig'"), "",
             "definitions|won|1|prefs.xml:1|feature=\"not rig\"\n"
             "definitions|left out|2|prefs.xml:1|feature=\"rig\"; the condition on the feature does not hold\n" },
@@ -103,9 +98,6 @@ TEST_F(ExplainTest, GivesTheReasons)
         { "undefined number", category(""), "<int id='K' value='7'/>",
             "definitions|absent||prefs.xml|the key is not in it\n"
             "user file|won|7|user-pref.xml:2|no definition has the key\n" },
-        { "undefined text", category(""), "<int id='K' value='x'/>\n<font id='K' value='y'/>",
-            "definitions|absent||prefs.xml|the key is not in it\n"
-            "user file|lost|x|user-pref.xml:2|replaced by user-pref.xml:3\nuser file|won|y|user-pref.xml:3|\n" },
         { "excluded", one("value='1' mode='scan'"), "",
             "definitions|left out|1|prefs.xml:1|mode=\"scan\"; the condition on the mode does not hold\n" },
     };
