@@ -1,4 +1,3 @@
-#include "MSG_Text.h"
 #include "PL_FileUtil.h"
 #include "TestSupport.h"
 #include "tufile.h"
@@ -94,22 +93,6 @@ TEST_F(FileTest, AFileIsReplacedAndRestoredWhereItsLinksLead)
     }
 }
 
-TEST_F(FileTest, WhatCannotBeReplacedStays)
-{
-    link(u"circle"_s, u"circle2"_s);
-    link(u"circle2"_s, u"circle"_s);
-    writeFile(u"circle~"_s, "backup");
-    EXPECT_EQ(newFile(u"circle"_s), u"circle"_s);
-    EXPECT_FALSE(PL_FileUtil::RestoreBackupFile(fileAt(u"circle"_s), true));
-    writeFile(u"folder/kept"_s, "kept");
-    writeFile(newFile(u"folder"_s), "new");
-    EXPECT_FALSE(PL_FileUtil::BackupFile(fileAt(u"folder"_s)));
-    for (QString const &name : { u"circle"_s, u"folder"_s })
-        EXPECT_FALSE(PL_FileUtil::RenameNewFile(fileAt(name)));
-    EXPECT_EQ(readFile(u"folder/kept"_s), "kept");
-    EXPECT_EQ(files({}).join(u' '), u"circle circle2 circle~ folder"_s);
-}
-
 TEST_F(FileTest, NewFilesOfDeadProcessesGoWithTheNextSave)
 {
     QString const dead = u".2000000000.new"_s; // above every process number of the system
@@ -122,23 +105,6 @@ TEST_F(FileTest, NewFilesOfDeadProcessesGoWithTheNextSave)
     QStringList left = files({}).replaceInStrings(alive, u".alive"_s);
     left.sort();
     EXPECT_EQ(left.join(u' '), u"[F [F.2000000000.new~ [F.alive [F.x.new [Fx.2000000000.new"_s);
-}
-
-TEST_F(FileTest, FoldersAreMadeUnlessAFileStandsInTheWay)
-{
-    writeFile(u"file"_s, "x");
-    struct {
-        QString name;
-        bool create, good;
-    } const table[] = { { u"a/b/F"_s, false, false }, { u"a/b/F"_s, true, true }, { u"a/b/F"_s, false, true },
-        { u"file/F"_s, true, false }, { u"file/a/F"_s, true, false } };
-    for (auto const &row : table) {
-        MSG_Text error;
-        EXPECT_EQ(tufile::checkCreatePath(path(row.name), error, row.create), row.good) << row.name;
-        EXPECT_EQ(error.getText().isEmpty(), row.good) << row.name;
-    }
-    EXPECT_TRUE(PL_FileSpec(UT_String(path(u"a/b"_s))).IsFolder());
-    EXPECT_FALSE(PL_FileSpec(UT_String(path(u"file"_s))).IsFolder());
 }
 
 TEST_F(FileTest, RemovingALinkKeepsWhatItNames)

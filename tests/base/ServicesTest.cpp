@@ -3,7 +3,6 @@
 #include "MSG_Scope.h"
 #include "PL_FileSpec.h"
 #include "TestSupport.h"
-#include "UT_Json.h"
 #include "UT_SharedPtr.h"
 #include "oswUtil.h"
 
@@ -47,20 +46,6 @@ TEST_F(ServicesTest, ElementsWhoseConditionDoesNotHoldAreRemoved)
         QDomElement root = document.documentElement();
         EXPECT_EQ(AC_XML::trimConditions(root, { u"here"_s, u"two words"_s }, false), row.left != nullptr);
         EXPECT_EQ(document.toString(-1).trimmed(), QString::fromUtf8(row.left ? row.left : row.xml));
-    }
-}
-
-TEST_F(ServicesTest, JsonComesBack)
-{
-    QVariantMap const map{ { u"list"_s, QVariantList{ 1.5, true, QVariant::fromValue(nullptr), u"ä\n\"€\""_s } },
-        { u"map"_s, QVariantMap{ { u""_s, -3.0 } } } };
-    bool ok = false;
-    EXPECT_TRUE(UT_Json::parse(UT_Json::serializeStr(map), ok) == map);
-    EXPECT_TRUE(ok);
-    for (QString const &broken : { u""_s, u"{"_s, u"{} x"_s, u"[1,]"_s }) {
-        ok = true;
-        EXPECT_FALSE(UT_Json::parse(broken, ok).isValid()) << broken;
-        EXPECT_FALSE(ok) << broken;
     }
 }
 

@@ -1,6 +1,4 @@
 #include "ItemTest.h"
-#include "PR_BoolItem.h"
-#include "PR_PrefCmp.h"
 #include "PR_PrefUtil.h"
 
 using namespace Qt::StringLiterals;
@@ -43,20 +41,4 @@ TEST_F(ItemElementTest, CategoryTexts)
         EXPECT_EQ(textOf(unknown), u"Internal"_s) << unknown;
     for (QString const &text : { u"node view"_s, u" Node View"_s, u"Node View "_s })
         EXPECT_EQ(PR_PrefItem::getCategory(text), PR_PrefItem::Internal) << text;
-}
-
-TEST_F(ItemElementTest, KeysAreOrderedByCodeUnits)
-{
-    QStringList const keys{ u""_s, u"A"_s, u"AB"_s, u"B"_s, u"a"_s, u"\U0001F600"_s, u"\uFFFD"_s };
-    PR_PrefCmp const less;
-    for (int i = 0; i < keys.size(); ++i) {
-        for (int k = 0; k < keys.size(); ++k) {
-            PR_BoolItem const a(PR_PrefItem::All, keys[i], i < k);
-            PR_BoolItem const b(PR_PrefItem::Sound, keys[k], true);
-            EXPECT_EQ(less(&a, &b), i < k) << keys[i] << keys[k];
-        }
-    }
-    PR_BoolItem const item(PR_PrefItem::All, u"KEY_A"_s, true);
-    EXPECT_TRUE(less.startsWith(&item, u"KEY_"_s) && less.startsWith(&item, {}));
-    EXPECT_FALSE(less.startsWith(&item, u"key_"_s) || less.startsWith(&item, u"KEY_AB"_s));
 }

@@ -39,16 +39,13 @@ TEST_F(PrefsTest, ShowsWhatIsKeptBesideThePreferences)
               "<string id='e/s/old' value='{\"lastused\":\"2024-01-02T03:04:05\"}'/><string id='e/s/gone' value=''/>"
               "</preferences>");
     writeFile(u"cache/e/s/old/file"_s, "x");
-    QByteArray const root = path(u"cache"_s).toUtf8();
     expect({ { "scenes", 0,
-        "e/s/gone\tunknown\tno cache\tgoes next\t" + root
-            + "/e/s/gone\n"
-              "e/s/old\t2024-01-02T03:04:05\tcache\tgoes next\t"
-            + root + "/e/s/old\n" } });
+        "e/s/gone\tunknown\tno cache\tgoes next\t$/cache/e/s/gone\n"
+        "e/s/old\t2024-01-02T03:04:05\tcache\tgoes next\t$/cache/e/s/old\n" } });
     EXPECT_EQ(readFile(u"cache/e/s/old/file"_s), "x");
 
     userFile("<int id='XSHEET_LINE_HOLD' value='7'/>");
-    QByteArray const cached = output(u"cached"_s);
+    QByteArray const cached = QByteArray::fromStdString(run({ u"cached"_s }).out);
     EXPECT_EQ(cached.count('\n'), 267);
     EXPECT_TRUE(cached.contains("\nXsheetLineHold\tXSHEET_LINE_HOLD\tint\t7\n"));
     EXPECT_TRUE(cached.contains("\nNVRigCacheMissingColor\tNV_RIG_CACHE_MISSING_COLOR\tunsigned int\t#ffff0000\n"));
@@ -81,28 +78,22 @@ TEST_F(PrefsTest, SetsEachType)
     Value const values[] = {
         { "BOOL", "n", "No" },
         { "BOOL", "TRUE", "Yes" },
-        { "BOOL", "0", "No" },
         { "BOOL", "maybe", nullptr },
         { "INT", "9", "9" },
         { "INT", "-9", "-9" },
         { "INT", "10", nullptr },
-        { "INT", "-10", nullptr },
-        { "INT", "0x1", nullptr },
         { "INT", "2.5", nullptr },
         { "DOUBLE", "-2.5e-3", "-0.002500" },
-        { "DOUBLE", "-.25", "-0.250000" },
         { "DOUBLE", "nan", nullptr },
         { "DOUBLE", "1,5", nullptr },
         { "COLOR", "#0a0B0c", "( 10  11  12 255)" },
         { "COLOR", "#80ffFF00", "(255 255   0 128)" },
         { "COLOR", "0 128 255", "(  0 128 255 255)" },
         { "COLOR", "(  1   2   3   4)", "(  1   2   3   4)" },
-        { "COLOR", "1 2", nullptr },
         { "COLOR", "1 2 256", nullptr },
         { "COLOR", "#12345", nullptr },
         { "STRING", "\xC3\xA9\n\\", "\xC3\xA9\n\\" },
         { "KEY", "ctrl+shift+a", "Ctrl+Shift+A" },
-        { "KEY", "Num+4", "Num+4" },
         { "KEY", "Ctrl+X, Ctrl+C", nullptr },
         { "KEY", "Ctrl+Nokey", nullptr },
         { "FONT", "YOUR Font", "your font" },

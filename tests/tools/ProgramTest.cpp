@@ -1,5 +1,7 @@
 #include "ProgramTest.h"
 
+#include <QProcess>
+
 using namespace Qt::StringLiterals;
 
 ProgramTest::ProgramTest()
@@ -13,53 +15,53 @@ ProgramTest::ProgramTest()
                     "<int id='LOCKED' value='1' facilityOverride='true'/>")
         + category("<font id='FONT' value=''/><font id='OTHER_FONT' value=''/>", "Timeline"));
     writeFile(u"file"_s, "not a folder");
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(u"QT_QPA_PLATFORM"_s);
-    environment.insert(u"LC_ALL"_s, u"C"_s); // messages in English
-    environment.insert(u"XDG_CONFIG_HOME"_s, path(u"config"_s));
-    m_process.setProcessEnvironment(environment);
 }
 
-void ProgramTest::start(QString const &program, QStringList const &arguments, QByteArray const &in)
-{
-    m_process.start(program, arguments);
-    m_process.write(in);
-    m_process.closeWriteChannel();
-    ASSERT_TRUE(m_process.waitForFinished()) << m_process.errorString();
-    ASSERT_EQ(m_process.exitStatus(), QProcess::NormalExit);
-}
-
-void ProgramTest::expect(std::vector<Command> const &commands)
+void ProgramTest::expect(std::vector<Command> const &commands) const
 {
     for (Command const &command : commands) {
         SCOPED_TRACE(command.arguments);
         QString const arguments = QString::fromUtf8(command.arguments).replace(u'$', path(QString()));
-        start(QStringLiteral(PREFS_PROGRAM), commonArguments + arguments.split(u'|', Qt::SkipEmptyParts), command.in);
-        EXPECT_EQ(m_process.exitCode(), command.status);
-        EXPECT_EQ(m_process.readAllStandardOutput().toStdString(), command.out.toStdString());
-        std::string const messages = m_process.readAllStandardError().toStdString();
+        Run const result = run(arguments.split(u'|', Qt::SkipEmptyParts), command.in);
+        EXPECT_EQ(result.status, command.status);
+        EXPECT_EQ(result.out, command.out.toStdString());
         if (*command.messages)
-            EXPECT_NE(messages.find(command.messages), std::string::npos) << messages;
+            EXPECT_NE(result.messages.find(command.messages), std::string::npos) << result.messages;
         else
-            EXPECT_EQ(messages, "");
+            EXPECT_EQ(result.messages, "");
     }
 }
 
-QByteArray ProgramTest::run(QString const &program, QStringList const &arguments, QByteArray const &in)
+ProgramTest::Run ProgramTest::run(QStringList const &arguments, QByteArray const &in) const
 {
-    start(program, arguments, in);
-    EXPECT_EQ(m_process.readAllStandardError().toStdString(), "");
-    return m_process.readAllStandardOutput();
+    return start(QStringLiteral(PREFS_PROGRAM), commonArguments + arguments, in);
 }
 
-QByteArray ProgramTest::output(QString const &verb)
+QByteArray ProgramTest::output(QString const &program, QStringList const &arguments) const
 {
-    start(QStringLiteral(PREFS_PROGRAM), commonArguments + QStringList{ verb }, {});
-    m_process.readAllStandardError();
-    return m_process.readAllStandardOutput();
+    Run const result = start(program, arguments, {});
+    EXPECT_EQ(result.messages, "");
+    return QByteArray::fromStdString(result.out);
 }
 
 void ProgramTest::userFile(QByteArray const &items) const
 {
-    writeFile(u"user-pref.xml"_s, "<preferences>" + items + "</preferences>");
+    writeFile(u"user-pref.xml"_s, "<preferences>\n" + items + "</preferences>");
+}
+
+ProgramTest::Run ProgramTest::start(QString const &program, QStringList const &arguments, QByteArray const &in) const
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(u"QT_QPA_PLATFORM"_s);
+    environment.insert(u"LC_ALL"_s, u"C"_s); // messages in English
+    environment.insert(u"XDG_CONFIG_HOME"_s, path(u"config"_s));
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
+    process.write(in);
+    process.closeWriteChannel();
+    EXPECT_TRUE(process.waitForFinished(120000)) << process.errorString();
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    auto const text = [this](QByteArray bytes) { return bytes.replace(path({}).toUtf8(), "$").toStdString(); };
+    return { process.exitCode(), text(process.readAllStandardOutput()), text(process.readAllStandardError()) };
 }

@@ -3,8 +3,6 @@
 
 #include "TestSupport.h"
 
-#include <QProcess>
-
 /*! One run of the program. "|" separates the arguments, "$" is the temporary folder. */
 struct Command {
     char const *arguments;
@@ -17,22 +15,27 @@ struct Command {
 /*! A test that runs the program, with an installation and a user of its own. */
 class ProgramTest : public HostTest {
 protected:
+    /*! What a run gave, the temporary folder shown as "$". */
+    struct Run {
+        int status;
+        std::string out;
+        std::string messages;
+    };
+
     ProgramTest();
 
-    void expect(std::vector<Command> const &commands);
+    void expect(std::vector<Command> const &commands) const;
+    Run run(QStringList const &arguments, QByteArray const &in = {}) const;
     /*! Runs any program and gives its standard output; anything on its error stream fails the test. */
-    QByteArray run(QString const &program, QStringList const &arguments, QByteArray const &in = {});
-    /*! The standard output of one run of the program with one argument. */
-    QByteArray output(QString const &verb);
+    QByteArray output(QString const &program, QStringList const &arguments) const;
+    /*! The items begin in the second line. */
     void userFile(QByteArray const &items) const;
 
     QStringList commonArguments{ QStringLiteral("--install"), path(QStringLiteral("install")), QStringLiteral("--user"),
         path(QStringLiteral("user.pref")) };
 
 private:
-    void start(QString const &program, QStringList const &arguments, QByteArray const &in);
-
-    QProcess m_process;
+    Run start(QString const &program, QStringList const &arguments, QByteArray const &in) const;
 };
 
 #endif

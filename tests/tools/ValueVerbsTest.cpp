@@ -31,7 +31,7 @@ protected:
 TEST_F(ValueVerbsTest, LoadTakesBackWhatDumpGives)
 {
     userOfEachType();
-    QByteArray const everything = output(u"dump"_s);
+    QByteArray const everything = QByteArray::fromStdString(run({ u"dump"_s }).out);
     EXPECT_TRUE(everything.contains("\"LOCKED\": 1,\n"));
     QByteArray const ofUser = readFile(u"user-pref.xml"_s);
     expect({
@@ -78,14 +78,10 @@ TEST_F(ValueVerbsTest, LoadSetsAllOrNothing)
     Refusal const refusals[] = {
         { "'NO_SUCH': 1", 1, "NO_SUCH: there is no such preference" },
         { "'LOCKED': 2", 5, "LOCKED: locked by the facility" },
-        { "'LOCKED': 'x'", 5, "LOCKED: locked" },
         { "'INT': 10", 6, "INT: 10 is no value; expected a whole number from -9 to 9, as a JSON number" },
         { "'INT': 2.5", 6, "INT: 2.5" },
-        { "'INT': 1e300", 6, "INT: 1e+300" },
         { "'INT': '3'", 6, "INT: \"3\"" },
-        { "'INT': {'a': [1]}", 6, "INT: {\"a\":[1]} is" },
         { "'BOOL': 'yes'", 6, "expected yes or no, as true or false" },
-        { "'BOOL': 1", 6, "BOOL: 1" },
         { "'DOUBLE': true", 6, "DOUBLE: true" },
         { "'COLOR': '#12345'", 6, "COLOR: \"#12345\"" },
         { "'KEY': 'Ctrl+Nokey'", 6, "KEY: \"Ctrl+Nokey\"" },
@@ -124,7 +120,6 @@ TEST_F(ValueVerbsTest, LoadRefusesFilesThatHoldNoValues)
         { "load|$/large.json", 3, "", "more than 16777216 bytes" },
         { "load|$/deep.json", 3, "", "holds no values" },
         { "load|-", 3, "", "at byte", "{\"INT\": 3" },
-        { "load|-", 3, "", "at byte", "{\"STRING\": \"\xFF\"}" },
         { "load|-", 3, "", "object is expected", "[3]" },
         { "load|-", 3, "", "at byte", "" },
     });
