@@ -161,5 +161,20 @@ Les préférences par défaut vont être chargées à la place.</translation>
         <source>too many elements</source>
         <translation>éléments trop nombreux</translation>
     </message>
+    <message>
+        <source>declares an encoding that is not supported</source>
+        <translation>déclare un encodage qui n’est pas pris en charge</translation>
+    </message>
+</context>
+<context>
+    <name>tufile</name>
+    <message>
+        <source>is not a regular file</source>
+        <translation>n’est pas un fichier ordinaire</translation>
+    </message>
+    <message>
+        <source>is larger than 256 MB</source>
+        <translation>dépasse 256 Mo</translation>
+    </message>
 </context>
 </TS>

@@ -161,5 +161,20 @@ Default preferences will be loaded instead.</source>
         <source>too many elements</source>
         <translation>要素が多すぎます</translation>
     </message>
+    <message>
+        <source>declares an encoding that is not supported</source>
+        <translation>対応していない文字コードが宣言されています</translation>
+    </message>
+</context>
+<context>
+    <name>tufile</name>
+    <message>
+        <source>is not a regular file</source>
+        <translation>通常のファイルではありません</translation>
+    </message>
+    <message>
+        <source>is larger than 256 MB</source>
+        <translation>256 MB を超えています</translation>
+    </message>
 </context>
 </TS>

@@ -152,6 +152,13 @@ PL_FileSpec PL_FileUtil::NewFileSpec(PL_FileSpec const &spec)
     return PL_FileSpec(UT_String(target.isEmpty() ? path : newFileOf(target)));
 }
 
+PL_FileSpec PL_FileUtil::BackupFileSpec(PL_FileSpec const &spec)
+{
+    QString const path = spec.GetFilePath().ToQString();
+    QString const target = linkTarget(path);
+    return PL_FileSpec(UT_String(backupOf(target.isEmpty() ? path : target)));
+}
+
 bool PL_FileUtil::BackupFile(PL_FileSpec const &spec)
 {
     QString const target = linkTarget(spec.GetFilePath().ToQString());

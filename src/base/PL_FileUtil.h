@@ -13,6 +13,8 @@ public:
     /*! The file to write in place of \a spec: "F.<process id>.new", so that two processes never write into one. For a
         chain of links that never ends it is \a spec itself, which cannot be opened. */
     static PL_FileSpec NewFileSpec(PL_FileSpec const &spec);
+    /*! The backup of \a spec, "F~". */
+    static PL_FileSpec BackupFileSpec(PL_FileSpec const &spec);
     /*! Makes the present file the backup, without a moment in which either is missing; true also when there is no
         file yet. */
     static bool BackupFile(PL_FileSpec const &spec);

@@ -1,5 +1,7 @@
 #include "TULex.h"
 
+#include "tufile.h"
+
 #include <QFile>
 
 namespace {
@@ -13,7 +15,7 @@ bool TULex::openFile(QString const &path)
 {
     *this = TULex();
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!tufile::whyNotReadable(path).isEmpty() || !file.open(QIODevice::ReadOnly))
         return false;
     m_text = QString::fromUtf8(file.readAll());
     get(false);

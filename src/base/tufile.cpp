@@ -3,8 +3,10 @@
 #include "MSG_Text.h"
 #include "NativePath_p.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
+#include <cerrno>
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -16,6 +18,20 @@ bool tufile::fileExists(QString const &path)
     // A disk that fails to answer does not mean that there is no file: whoever took it so would replace it.
     std::error_code code;
     return fs::status(nativePath(path), code).type() != fs::file_type::not_found;
+}
+
+QString tufile::whyNotReadable(QString const &path)
+{
+    std::uintmax_t const maximumSize = 256U << 20;
+    fs::path const file = nativePath(path);
+    std::error_code code;
+    fs::file_status const status = fs::status(file, code);
+    if (!fs::exists(status))
+        return qt_error_string(code ? code.value() : ENOENT);
+    if (!fs::is_regular_file(status))
+        return QCoreApplication::translate("tufile", "is not a regular file");
+    return fs::file_size(file, code) > maximumSize ? QCoreApplication::translate("tufile", "is larger than 256 MB")
+                                                   : QString();
 }
 
 bool tufile::checkCreatePath(QString const &path, MSG_Text &error, bool create)

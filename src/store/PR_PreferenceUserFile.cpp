@@ -51,9 +51,10 @@ bool openNewFile(QFile &file, QString const &replaced)
 
 PR_Preference::Error PR_Preference::load()
 {
+    d->backupIsLeft = false;
     Error const result = loadValues();
     d->userFile.reset();
-    d->loadFailed = result != NoError;
+    d->loadFailed = result != NoError || d->backupIsLeft;
     d->backedUpSinceLoad = false;
     return result;
 }
@@ -74,7 +75,7 @@ PR_Preference::Error PR_Preference::loadValues()
         PR_PreferenceMessages::report(PR_PreferenceMessages::NoFileSpecified, MSG_Scope::Log);
         return NoError;
     }
-    if (!QFile(path).open(QIODevice::ReadOnly)) {
+    if (!tufile::whyNotReadable(path).isEmpty() || !QFile(path).open(QIODevice::ReadOnly)) {
         PR_PreferenceMessages::report(PR_PreferenceMessages::FileNotFound, MSG_Scope::Log, getPath());
         return NoError;
     }
@@ -132,18 +133,21 @@ PR_Preference::Error PR_Preference::loadXml()
 
     if (!d->userFile || d->userFile->file().path != mapped)
         d->userFile.emplace(mapped);
+    PL_FileSpec const spec{ UT_String(mapped) };
     PR_UserFile const *userFile = &*d->userFile;
     if (userFile->file().state == PR_XmlFile::CannotOpen) {
         PR_PreferenceMessages::report(PR_PreferenceMessages::FileNotFound, MSG_Scope::Error, path);
         return FileNotFound;
     }
-    if (userFile->file().state == PR_XmlFile::NotXml
-        && PL_FileUtil::RestoreBackupFile(PL_FileSpec(UT_String(mapped)), true)) {
+    if (userFile->file().state == PR_XmlFile::NotXml && PL_FileUtil::RestoreBackupFile(spec, true)) {
         userFile = &d->userFile.emplace(mapped);
         if (userFile->file().state != PR_XmlFile::CannotOpen)
             PR_PreferenceMessages::report(PR_PreferenceMessages::BackupRestored, MSG_Scope::Notice, path);
     }
     if (userFile->file().state != PR_XmlFile::Read) {
+        // One that could not be put back, in a folder that cannot be written, has what the user set.
+        d->backupIsLeft =
+            PR_UserFile(PL_FileUtil::BackupFileSpec(spec).GetFilePath().ToQString()).file().state == PR_XmlFile::Read;
         PR_PreferenceMessages::report(PR_PreferenceMessages::DefaultsLoaded, MSG_Scope::Notice, path);
         return FileCorrupted;
     }
@@ -213,6 +217,7 @@ void PR_Preference::keepPresentFile(QString const &path)
     bool const unchanged = PR_FileState::of(path) == d->goodFile;
     if (!unchanged && PR_UserFile(path).file().state == PR_XmlFile::NotXml) {
         PL_FileUtil::KeepDamagedFile(spec);
+        d->backedUpSinceLoad = true;
         return;
     }
     if (!d->loadFailed || !d->backedUpSinceLoad)

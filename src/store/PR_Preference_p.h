@@ -39,6 +39,7 @@ public:
     // After a load that failed before the user's values were read, only the first save makes a backup, so that the
     // backup stays the user's file.
     bool loadFailed = false;
+    bool backupIsLeft = false; // a good one that could not be put back in the place of a damaged file
     bool backedUpSinceLoad = false;
 
     // The user's file as the preference set was looked for in it, so that one load parses it once.

@@ -2,6 +2,7 @@
 #include "PR_XmlScan_p.h"
 
 #include "NativePath_p.h"
+#include "tufile.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -26,9 +27,11 @@ PR_XmlFile PR_XmlFile::read(QString const &path)
 {
     PR_XmlFile result;
     result.path = path;
+    result.error = tufile::whyNotReadable(path);
+    if (!result.error.isEmpty())
+        return result;
     QFile file(path);
-    // A device is no file of preferences, and may never end.
-    bool const opened = file.open(QIODevice::ReadOnly) && !file.isSequential();
+    bool const opened = file.open(QIODevice::ReadOnly);
     if (opened) {
         result.version = PR_FileState::of(path);
         result.bytes = file.readAll();
@@ -40,8 +43,10 @@ PR_XmlFile PR_XmlFile::read(QString const &path)
     PR_XmlScan const scan(result.bytes);
     result.elementCount = scan.elementCount();
     bool const reasonable = scan.isReasonable();
-    result.state = reasonable ? Read : NotXml;
-    if (!reasonable)
+    result.state = reasonable && scan.isEncodingKnown() ? Read : NotXml;
+    if (!scan.isEncodingKnown())
+        result.error = QCoreApplication::translate("PR_XmlFile", "declares an encoding that is not supported");
+    else if (!reasonable)
         result.error = QCoreApplication::translate(
             "PR_XmlFile", "nested too deeply, too many attributes, or too large for its entities");
     return result;

@@ -52,7 +52,7 @@ PR_XmlScan::PR_XmlScan(QByteArray const &bytes)
 
 bool PR_XmlScan::isReasonable() const
 {
-    return m_encodingIsPlain && m_maxDepth <= maximumDepth && m_maxAttributes <= maximumAttributes
+    return m_maxDepth <= maximumDepth && m_maxAttributes <= maximumAttributes
         && (!m_hasInternalSubset || m_size <= maximumSizeWithEntities);
 }
 

@@ -15,6 +15,8 @@ public:
 
     /*! Whether the text can be parsed in reasonable time. Nothing that a store saves is refused. */
     bool isReasonable() const;
+    /*! Whether the encoding that the file declares is one that the parsers read as the scan did. */
+    bool isEncodingKnown() const { return m_encodingIsPlain; }
     qsizetype elementCount() const { return m_elements; }
 
 private:

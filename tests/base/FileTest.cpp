@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -124,4 +125,18 @@ TEST_F(FileTest, RemovingALinkKeepsWhatItNames)
     }
     EXPECT_EQ(files({}).join(u' '), u"target"_s);
     EXPECT_EQ(readFile(u"target/kept"_s), "x");
+}
+
+TEST_F(FileTest, OnlyFilesThatEndCanBeRead)
+{
+    writeFile(u"file"_s, "x");
+    writeFile(u"huge"_s, "");
+    ASSERT_TRUE(QFile::resize(path(u"huge"_s), (256LL << 20) + 1));
+    QDir().mkpath(path(u"folder"_s));
+    ASSERT_EQ(mkfifo(QFile::encodeName(path(u"pipe"_s)).constData(), 0600), 0);
+    std::pair<QString, QString> const rows[] = { { u"file"_s, u""_s }, { u"folder"_s, u"is not a regular file"_s },
+        { u"pipe"_s, u"is not a regular file"_s }, { u"huge"_s, u"is larger than 256 MB"_s },
+        { u"missing"_s, u"No such file or directory"_s } };
+    for (auto const &[name, reason] : rows)
+        EXPECT_EQ(tufile::whyNotReadable(path(name)), reason) << name;
 }

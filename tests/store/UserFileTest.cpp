@@ -390,6 +390,23 @@ TEST_F(UserFileTest, TheBackupIsTheLastGoodFileOfTheUser)
     }
 }
 
+TEST_F(UserFileTest, ABackupThatCannotBePutBackStays)
+{
+    writeFile(xmlName, "damaged");
+    writeFile(backupName, older);
+    QDir().mkpath(path(newName)); // in the way of the copy
+    TestStore store(name);
+    EXPECT_EQ(takeReports().size(), 4U);
+    QDir().rmdir(path(newName));
+    for (int const value : { 6, 7 }) {
+        store.setIntValue(u"K"_s, value);
+        store.save();
+    }
+    EXPECT_TRUE(readFile(xmlName).contains("\"7\""));
+    EXPECT_EQ(readFile(backupName), older);
+    EXPECT_EQ(readFile(xmlName + u".bad"_s), "damaged");
+}
+
 TEST_F(UserFileTest, UserFilesAreOpenedThroughTheRemappedPath)
 {
     define(category("<int id='SET'/>"), u"preferenceSets/norvelle/team.xml"_s);
