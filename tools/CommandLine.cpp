@@ -77,6 +77,5 @@ void CommandLine::checkArguments() const
     // "X..." stands for one or more, "[X...]" for any number.
     auto const least = CommandTable::words(m_verb->arguments).size() - (expected.endsWith(u']') ? 1 : 0);
     if (expected.contains("..."_L1) ? m_arguments.size() < least : m_arguments.size() != least)
-        throw wrongUsage(
-            u"%1 takes %2."_s.arg(QLatin1String(m_verb->name), expected.isEmpty() ? u"no arguments"_s : expected));
+        throw CommandTable::wrongArguments(*m_verb);
 }

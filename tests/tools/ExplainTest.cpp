@@ -135,6 +135,8 @@ TEST_F(ExplainTest, GivesTheReasons)
     Run const unknown = run({ u"explain"_s, u"MORHP_K"_s });
     EXPECT_EQ(unknown.status, 1);
     EXPECT_EQ(unknown.messages, "prefs: There is no preference MORHP_K.\n");
+    define(category("<int id='K'/>"));
+    EXPECT_EQ(run({ u"explain"_s, u"K"_s, u"NOPE"_s }).out, "");
 }
 
 TEST_F(ExplainTest, TellsOfFilesThatAreNotRead)
@@ -153,7 +155,7 @@ TEST_F(ExplainTest, TellsOfFilesThatAreNotRead)
     has("INT", "text file|won|4|user.pref|\nValue: 4\n");
     has("LOCKED", "text file|left out|5|user.pref|the key is locked by prefs.xml:1\n");
     has("TEXT", "text file|left out|x|user.pref|no value of the type\n");
-    has("OTHER", "text file|won|6|user.pref|\nValue: 6\n");
+    has("OTHER", "text file|won|6|user.pref|\nValue: 6\nOrigin: user\n");
 
     writeFile(u"install/resources/prefs_override.xml"_s, "<preferences>\n<category>");
     has("INT", "override|absent||prefs_override.xml|cannot be parsed: Premature end of document. (line 2)\n");
@@ -168,6 +170,10 @@ TEST_F(ExplainTest, TellsOfFilesThatAreNotRead)
     has("INT", "preference set|won|7|preferenceSets/norvelle/team.xml:1|\n");
 
     QFile::remove(path(u"user-pref.xml~"_s));
+    writeFile(u"user-pref.xml"_s, "<preferences");
+    std::string const said = run({ u"explain"_s, u"INT"_s }).messages;
+    writeFile(u"user-pref.xml"_s, "<preferences");
+    EXPECT_EQ(said, run({ u"get"_s, u"INT"_s }).messages);
     writeFile(u"user-pref.xml"_s, "<preferences");
     has("INT",
         "user file|absent||user-pref.xml|cannot be parsed: Premature end of document. (line 1)\n"
@@ -253,7 +259,8 @@ TEST_F(ExplainTest, AgreesWithTheStore)
             EXPECT_EQ(winners, 1);
             EXPECT_EQ(winner, item.valueAsString());
             EXPECT_EQ(value[u"value"_s].toString(), item.valueAsString());
-            EXPECT_EQ(value[u"default"_s].toString(), item.defaultValueAsString());
+            bool const isDefined = item.getCategory() != PR_PrefItem::Internal;
+            EXPECT_EQ(value[u"default"_s].toString(), isDefined ? item.defaultValueAsString() : QString());
             EXPECT_EQ(value[u"origin"_s].toString(), origin);
         }
     }
