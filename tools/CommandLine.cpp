@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "CommandTable.h"
+#include "ValueText.h"
 
 #include <algorithm>
 
@@ -38,7 +39,7 @@ CommandLine::CommandLine(QStringList const &typed)
         QString const name = m_arguments.takeFirst();
         m_verb = CommandTable::findVerb(name);
         if (!m_verb)
-            throw wrongUsage(u"There is no verb \"%1\"."_s.arg(name));
+            throw wrongUsage(u"There is no verb \"%1\"."_s.arg(ValueText::escaped(name)));
     }
     checkOptions();
     if (!isAnswered())

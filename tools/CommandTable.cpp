@@ -151,7 +151,7 @@ std::vector<char const *> const &CommandTable::notes()
 {
     static std::vector<char const *> const table{
         "Values that are separated by tabs, and those of describe, have \\t, \\n and \\\\ for a tab, a line feed and a "
-        "backslash, \\r for a carriage return and \\xNN for any other control character; so have messages.",
+        "backslash, \\r for a carriage return and \\xNN for any other control character; so have keys in messages.",
         "A VALUE that begins with '-' and is no number comes after \"--\".",
     };
     return table;

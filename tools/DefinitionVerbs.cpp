@@ -48,7 +48,7 @@ QStringList ignoredRules(Call const &call)
     QStringList const names = ruleNames();
     for (QString const &name : ignored) {
         if (!names.contains(name))
-            throw Failure{ ExitStatus::WrongUsage, u"There is no rule \"%1\"."_s.arg(name) };
+            throw Failure{ ExitStatus::WrongUsage, u"There is no rule \"%1\"."_s.arg(ValueText::escaped(name)) };
     }
     return ignored;
 }

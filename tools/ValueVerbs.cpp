@@ -7,6 +7,7 @@
 #include "ValueJson.h"
 #include "ValueText.h"
 #include "Verb.h"
+#include "XmlOutline.h"
 
 #include "MSG_Scope.h"
 
@@ -90,12 +91,22 @@ bool looksLikeXml(QString const &name, QByteArray bytes)
 std::unique_ptr<PrefsStore> loadOther(Call const &call, QString const &name)
 {
     auto const failure = [](QString const &reason) { return Failure{ ExitStatus::CannotRead, reason }; };
+    auto const noUsersFile = [&] { return failure(u"%1 is no user's file."_s.arg(ValueText::escaped(name))); };
     QByteArray const bytes = InputFile::bytes(name);
+    bool const isXml = looksLikeXml(name, bytes);
+    XmlOutline const outline(isXml ? bytes : QByteArray());
+    if (isXml ? outline.root != rootName() || outline.hasCategories : bytes.contains('\0'))
+        throw noUsersFile();
+    auto const noCopy = [&](QString const &reason) {
+        return failure(u"%1 cannot be copied to compare with it: %2"_s.arg(ValueText::escaped(name), reason));
+    };
     QTemporaryDir const folder;
+    if (!folder.isValid())
+        throw noCopy(folder.errorString());
     QString const path = folder.filePath(u"user"_s);
-    QFile copy(looksLikeXml(name, bytes) ? path + ".xml"_L1 : path);
-    if (!folder.isValid() || !copy.open(QIODevice::WriteOnly) || copy.write(bytes) != bytes.size() || !copy.flush())
-        throw failure(u"There is no room for a copy of %1."_s.arg(name));
+    QFile copy(isXml ? path + ".xml"_L1 : path);
+    if (!copy.open(QIODevice::WriteOnly) || copy.write(bytes) != bytes.size() || !copy.flush())
+        throw noCopy(copy.errorString());
     copy.close();
 
     // What is not about the copy was said of the user's own store already.
@@ -105,7 +116,7 @@ std::unique_ptr<PrefsStore> loadOther(Call const &call, QString const &name)
     });
     auto store = std::make_unique<PrefsStore>(path, call.options.isSet(u"local"_s));
     if (isDamaged)
-        throw failure(u"%1 is no user's file."_s.arg(name));
+        throw noUsersFile();
     return store;
 }
 

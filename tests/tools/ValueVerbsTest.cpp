@@ -131,7 +131,7 @@ TEST_F(ValueVerbsTest, LoadRefusesFilesThatHoldNoValues)
         { "load|-", 3, "", "at byte", "" },
     });
     QByteArray const closed = run(u"sh"_s,
-        QStringList{ u"-c"_s, u"\"$@\" load - <&- 2>&1; \"$@\" list >&- 2>&1; echo $?"_s, u"sh"_s,
+        QStringList{ u"-c"_s, u"\"$@\" load - <&- 2>&1; \"$@\" list 2>&1 >&-; echo $?"_s, u"sh"_s,
             QStringLiteral(PREFS_PROGRAM) }
             + commonArguments);
     EXPECT_TRUE(closed.startsWith("prefs: - holds no values: illegal value at byte 0.\n")) << closed.toStdString();
@@ -184,6 +184,9 @@ TEST_F(ValueVerbsTest, ComparesWithAnotherUser)
             "    \"OURS\": {\n        \"here\": \"a\\tb\"\n    },\n"
             "    \"THEIRS\": {\n        \"there\": \"7\"\n    }\n}\n" },
         { "diff|--against|$/damaged.xml", 3, "", "damaged.xml is no user's file" },
+        { "diff|--against|$/install/resources/prefs.xml", 3, "", "prefs.xml is no user's file" },
+        { "diff|--against|-", 3, "", "- is no user's file", "<svg><int id='INT' value='5'/></svg>" },
+        { "diff|--against|-", 3, "", "- is no user's file", QByteArray("INT 5\n\0x", 8) },
         { "diff|--against|$/missing", 3, "", "missing cannot be read" },
         { "diff|--against|$/install", 3, "", "install cannot be read" },
     });
