@@ -2,37 +2,20 @@
 
 #include "DefinitionChecker.h"
 #include "UserFileChecker.h"
+#include "XmlOutline.h"
 
 #include <QFileInfo>
-#include <QXmlStreamReader>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-// Whether the root holds a category or an element that holds another: a user's values stand in the root itself.
-bool hasCategories(QByteArray const &bytes)
-{
-    QXmlStreamReader reader(bytes);
-    reader.setNamespaceProcessing(false);
-    for (int depth = 0; !reader.atEnd();) {
-        auto const token = reader.readNext();
-        depth += token == QXmlStreamReader::StartElement ? 1 : token == QXmlStreamReader::EndElement ? -1 : 0;
-        bool const begins = token == QXmlStreamReader::StartElement;
-        if (begins && (depth > 2 || (depth == 2 && reader.qualifiedName() == "category"_L1)))
-            return true;
-    }
-    return false;
-}
-} // namespace
 
 Checker::Checker(bool local)
     : m_known(local)
 {
 }
 
-Checker::Kind Checker::kindOf(QString const &path, QByteArray const &bytes)
+Checker::Kind Checker::kindOf(QString const &path, XmlOutline const &outline)
 {
     QFileInfo const info(path);
     QString const name = info.fileName();
@@ -42,19 +25,20 @@ Checker::Kind Checker::kindOf(QString const &path, QByteArray const &bytes)
         return Override;
     static QStringList const mainNames{ u"prefs.xml"_s, u"pv_prefs.xml"_s, u"localPrefs.xml"_s,
         u"pv_localPrefs.xml"_s };
-    return mainNames.contains(name) || hasCategories(bytes) ? MainFile : UserFile;
+    return mainNames.contains(name) || outline.hasCategories ? MainFile : UserFile;
 }
 
 std::vector<Finding> Checker::check(QString const &path)
 {
     QByteArray const bytes = PR_XmlFile::read(path).bytes;
     SourceText const source(bytes);
+    XmlOutline const outline(bytes);
     std::vector<Finding> findings;
-    Kind const kind = kindOf(path, bytes);
+    Kind const kind = kindOf(path, outline);
     if (kind == UserFile) {
         PR_UserFile const userFile(path);
         UserFileChecker checker(userFile, source, m_known);
-        checker.check();
+        checker.check(outline);
         findings = checker.takeFindings();
     } else {
         PR_DefinitionFile::Layer const layers[] = { PR_DefinitionFile::Main, PR_DefinitionFile::Set,

@@ -6,6 +6,8 @@
 
 #include <vector>
 
+struct XmlOutline;
+
 /*! Checks files of any kind.
 
     A file below a folder "preferenceSets" is a preference set; one with "override" in its name is an override; any
@@ -21,7 +23,7 @@ public:
 
 private:
     enum Kind { MainFile, Set, Override, UserFile };
-    static Kind kindOf(QString const &path, QByteArray const &bytes);
+    static Kind kindOf(QString const &path, XmlOutline const &outline);
 
     KnownDefinitions m_known;
 };

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "CommandTable.h"
+#include "ValueText.h"
 
 #include <algorithm>
 
@@ -38,7 +39,7 @@ CommandLine::CommandLine(QStringList const &typed)
         QString const name = m_arguments.takeFirst();
         m_verb = CommandTable::findVerb(name);
         if (!m_verb)
-            throw wrongUsage(u"There is no verb \"%1\"."_s.arg(name));
+            throw wrongUsage(u"There is no verb \"%1\"."_s.arg(ValueText::escaped(name)));
     }
     checkOptions();
     if (!isAnswered())
@@ -77,6 +78,5 @@ void CommandLine::checkArguments() const
     // "X..." stands for one or more, "[X...]" for any number.
     auto const least = CommandTable::words(m_verb->arguments).size() - (expected.endsWith(u']') ? 1 : 0);
     if (expected.contains("..."_L1) ? m_arguments.size() < least : m_arguments.size() != least)
-        throw wrongUsage(
-            u"%1 takes %2."_s.arg(QLatin1String(m_verb->name), expected.isEmpty() ? u"no arguments"_s : expected));
+        throw CommandTable::wrongArguments(*m_verb);
 }

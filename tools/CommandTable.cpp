@@ -57,7 +57,9 @@ std::vector<Verb> const &CommandTable::verbs()
         { "dump", "", "category changed", ValueVerbs::dump, "The values as JSON, as load takes them.",
             "One object, sorted by key. Switches are true or false, numbers are numbers, all else is the text that "
             "set takes: colors as #AARRGGBB, fonts by name. A value that has no such form, such as the font of a "
-            "machine without fonts, is null." },
+            "machine without fonts, is null. Keys without a definition are left out, as load refuses them for a user "
+            "who "
+            "does not have them, unless --category Internal asks for them." },
         { "load", "FILE", "dry-run", ValueVerbs::load, "Sets the values of a JSON file, all or none, and saves once.",
             "FILE is as dump writes it; \"-\" is standard input. Keys that it does not name stay as they are, and a "
             "value that is there already changes nothing, be it locked or null. Every other unknown key, locked key "
@@ -149,7 +151,7 @@ std::vector<char const *> const &CommandTable::notes()
 {
     static std::vector<char const *> const table{
         "Values that are separated by tabs, and those of describe, have \\t, \\n and \\\\ for a tab, a line feed and a "
-        "backslash.",
+        "backslash, \\r for a carriage return and \\xNN for any other control character; so have keys in messages.",
         "A VALUE that begins with '-' and is no number comes after \"--\".",
     };
     return table;
@@ -158,6 +160,14 @@ std::vector<char const *> const &CommandTable::notes()
 QStringList CommandTable::words(char const *text)
 {
     return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
+}
+
+Failure CommandTable::wrongArguments(Verb const &verb)
+{
+    QString const expected = QString::fromLatin1(verb.arguments).remove(u'[').remove(u']');
+    QString const text =
+        u"%1 takes %2"_s.arg(QLatin1String(verb.name), expected.isEmpty() ? u"no arguments"_s : expected);
+    return { ExitStatus::WrongUsage, text.endsWith(u'.') ? text : text + u'.' };
 }
 
 QString CommandTable::name(Option const &option)

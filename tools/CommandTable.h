@@ -51,6 +51,8 @@ std::vector<Example> const &examples();
 std::vector<char const *> const &notes();
 
 QStringList words(char const *text);
+/*! For a verb that was given too few arguments, or too many. */
+Failure wrongArguments(Verb const &verb);
 /*! The long name of an option. */
 QString name(Option const &option);
 /*! Null when there is no such verb. */

@@ -102,7 +102,7 @@ QString kindTables()
 // verb, "arguments" what follows it, "pending" the option whose value is the last word, and "plain" is set where
 // nothing is an option any more.
 auto const scan = R"sh(
-    local -a typed arguments
+    local -a typed=() arguments=()
     local verb= pending= plain= kept= option= word=
     for word in "${before[@]}"; do
         if [[ -n $pending ]]; then
@@ -253,7 +253,7 @@ auto const zshWords = R"sh(
 )sh"_L1;
 
 auto const zshTail = R"sh(
-    local program=${${(Q)words[1]}/#\~\//$HOME/} key=$arguments[1]
+    local program=${${(Q)words[1]}/#\~\//$HOME/} key=${arguments[1]-}
     _arguments -S $specs
 }
 

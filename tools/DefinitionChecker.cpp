@@ -50,6 +50,11 @@ bool isCached(QString const &key)
     return keys.contains(key);
 }
 
+bool isCategory(QString const &text)
+{
+    return PR_PrefItem::getCategory(text) != PR_PrefItem::Internal || text == "Internal"_L1;
+}
+
 // Whether two items are of one type and differ neither in the default nor in what an editor offers.
 bool offerTheSame(PR_PrefItem const &a, PR_PrefItem const &b)
 {
@@ -93,6 +98,8 @@ void DefinitionChecker::checkRoot(QDomElement const &root)
         PR_ItemElement::of(root), m_layer == PR_DefinitionFile::Main ? QStringList{ u"feature"_s } : QStringList());
     if (m_layer == PR_DefinitionFile::Main)
         checkFeature(root);
+    checkRootName(root.tagName());
+    checkText(root);
     for (QDomElement child = root.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
         if (child.tagName() == "category"_L1) {
             checkCategory(child);
@@ -104,12 +111,21 @@ void DefinitionChecker::checkRoot(QDomElement const &root)
     }
 }
 
+void DefinitionChecker::checkText(QDomElement const &element)
+{
+    for (QDomNode node = element.firstChild(); !node.isNull(); node = node.nextSibling()) {
+        if (isIgnoredText(node))
+            return reportText(element.tagName());
+    }
+}
+
 void DefinitionChecker::checkCategory(QDomElement const &category)
 {
     enter(category.lineNumber(), category.columnNumber(), {});
+    checkText(category);
     checkAttributes(PR_ItemElement::of(category), conditionAttributes());
     QString const text = category.attribute(kId);
-    if (PR_PrefItem::getCategory(text) == PR_PrefItem::Internal && text != "Internal"_L1) {
+    if (!isCategory(text)) {
         QStringList texts{ u"Panovia"_s };
         for (int number = PR_PrefItem::Internal; number < PR_PrefItem::Panovia; ++number)
             texts.append(PR_PrefItem::getCategoryString(PR_PrefItem::Category(number)));
@@ -137,7 +153,7 @@ void DefinitionChecker::checkDefinition(PR_Definition const &definition)
     if (item->getKey().isEmpty())
         return report(Rule::MissingId, u"the element has no id"_s);
     if (m_known)
-        checkAgainstKnown(*item);
+        checkAgainstKnown(definition, *item);
     m_rivals[item->getKey()].push_back(
         { definition, ConditionSet(definition), item->hasFacilityOverride(false), true });
 }
@@ -258,7 +274,7 @@ void DefinitionChecker::checkValue(PR_PrefItem const &item, PR_ItemElement const
     }
 }
 
-void DefinitionChecker::checkAgainstKnown(PR_PrefItem const &item)
+void DefinitionChecker::checkAgainstKnown(PR_Definition const &definition, PR_PrefItem const &item)
 {
     DefinitionHistory::Step const *known = m_known->find(item.getKey());
     if (!known) {
@@ -276,6 +292,10 @@ void DefinitionChecker::checkAgainstKnown(PR_PrefItem const &item)
         && offerTheSame(item, *known->item)) {
         report(Rule::RepeatedDefault, u"the default is that of %1 already"_s.arg(place));
     }
+    QString const category = PR_PrefItem::getCategoryString(item.getCategory());
+    QString const usual = PR_PrefItem::getCategoryString(known->item->getCategory());
+    if (category != usual && isCategory(definition.category.attribute(kId)))
+        report(Rule::ChangedCategory, u"the category is \"%1\", that of %2 is \"%3\""_s.arg(category, place, usual));
 }
 
 // With those of the other files, in the order of a load.

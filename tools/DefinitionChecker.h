@@ -30,6 +30,7 @@ private:
     using Rivals = std::vector<Rival>;
 
     void checkRoot(QDomElement const &root);
+    void checkText(QDomElement const &element);
     void checkCategory(QDomElement const &category);
     void checkDefinition(PR_Definition const &definition);
 
@@ -43,7 +44,7 @@ private:
     bool checkNumber(PR_ItemElement const &element, QString const &attribute);
     void checkValue(PR_PrefItem const &item, PR_ItemElement const &element);
     void checkInt(PR_IntItem const &item, PR_ItemElement const &element);
-    void checkAgainstKnown(PR_PrefItem const &item);
+    void checkAgainstKnown(PR_Definition const &definition, PR_PrefItem const &item);
     /*!\}*/
 
     Rivals rivalsOf(QString const &key) const;

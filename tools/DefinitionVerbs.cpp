@@ -1,6 +1,7 @@
 #include "DefinitionVerbs.h"
 
 #include "Checker.h"
+#include "CommandTable.h"
 #include "Explainer.h"
 #include "ValueText.h"
 #include "Verb.h"
@@ -47,7 +48,7 @@ QStringList ignoredRules(Call const &call)
     QStringList const names = ruleNames();
     for (QString const &name : ignored) {
         if (!names.contains(name))
-            throw Failure{ ExitStatus::WrongUsage, u"There is no rule \"%1\"."_s.arg(name) };
+            throw Failure{ ExitStatus::WrongUsage, u"There is no rule \"%1\"."_s.arg(ValueText::escaped(name)) };
     }
     return ignored;
 }
@@ -63,7 +64,7 @@ void DefinitionVerbs::check(Call const &call)
     if (call.options.isSet(u"rules"_s))
         return printRules(call.out);
     if (call.arguments.isEmpty())
-        throw Failure{ ExitStatus::WrongUsage, u"check takes FILE..."_s };
+        throw CommandTable::wrongArguments(*CommandTable::findVerb(u"check"_s)); // only --rules goes without
     bool const asJson = call.options.isSet(u"json"_s);
     QStringList const ignored = ignoredRules(call);
     Checker checker(call.options.isSet(u"local"_s));
@@ -92,13 +93,16 @@ void DefinitionVerbs::explain(Call const &call)
     bool const asJson = call.options.isSet(u"json"_s);
     Explainer explainer(call);
     QJsonArray array;
-    for (qsizetype i = 0; i < call.arguments.size(); ++i) {
-        Explanation const explanation = explainer.explain(call.arguments[i]);
+    QStringList texts;
+    for (QString const &key : call.arguments) { // of which one may be unknown: then nothing is printed
+        Explanation const explanation = explainer.explain(key);
         if (asJson)
             array.append(explanation.toJson());
         else
-            call.out << (i == 0 ? "" : "\n") << explanation.toText();
+            texts.append(explanation.toText());
     }
     if (asJson)
         printJson(array, call.out);
+    else
+        call.out << texts.join(u'\n');
 }

@@ -1,11 +1,11 @@
 #include "Explainer.h"
 
 #include "KnownDefinitions.h"
+#include "ReportScope.h"
 #include "UndefinedStore.h"
 #include "ValueText.h"
 #include "Verb.h"
 
-#include "HostPlatform.h"
 #include "PR_PrefConstants.h"
 #include "PR_StringItem.h"
 #include "PR_UndefinedItem_p.h"
@@ -16,7 +16,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <utility>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -31,12 +31,15 @@ public:
 };
 
 // A load may put back the backup of a damaged file, and then has looked for the preference set in the damaged one. So
-// that happens before the load that is explained.
-Call const &withMendedFile(Call const &call)
+// that happens before the load that is explained, which then says nothing again.
+PrefsStore loadMended(Call const &call)
 {
-    if (PR_UserFile(PathsOnly(call.options).getPathXml()).file().state == PR_XmlFile::NotXml)
+    std::optional<ReportScope> silence;
+    if (PR_UserFile(PathsOnly(call.options).getPathXml()).file().state == PR_XmlFile::NotXml) {
         PrefsStore const mending(call);
-    return call;
+        silence.emplace();
+    }
+    return PrefsStore(call);
 }
 
 QString layerName(PR_DefinitionFile::Layer layer)
@@ -86,22 +89,11 @@ std::shared_ptr<PR_PrefItem> undefinedItem(PR_UserFile::Element const &element)
     return item;
 }
 
-// Adds a step; one that won takes the place of the one that won before.
-void add(Explanation &explanation, Explanation::Step const &step)
-{
-    for (Explanation::Step &earlier : explanation.steps) {
-        if (step.outcome == Explanation::Won && earlier.outcome == Explanation::Won) {
-            earlier.outcome = Explanation::Lost;
-            earlier.reason = u"replaced by "_s + step.placeText();
-        }
-    }
-    explanation.steps.push_back(step);
-}
 } // namespace
 
 Explainer::Explainer(Call const &call)
     : m_isLocal(call.options.isSet(u"local"_s))
-    , m_store(withMendedFile(call))
+    , m_store(loadMended(call))
     , m_userFile(oswRemapPath::RemapPath2(m_store.getPathXml()))
     , m_definitions(KnownDefinitions(m_isLocal).ofStore(m_userFile.preferenceSet()))
 {
@@ -109,7 +101,7 @@ Explainer::Explainer(Call const &call)
 
 Explanation Explainer::explain(QString const &key)
 {
-    Explanation explanation{ key, {}, m_store.find(key) };
+    Explanation explanation(key, m_store.find(key));
     for (auto const layer : { PR_DefinitionFile::Main, PR_DefinitionFile::Set, PR_DefinitionFile::Override })
         addDefinitions(explanation, layer);
     addUserFile(explanation);
@@ -127,7 +119,7 @@ void Explainer::addDefinitions(Explanation &explanation, PR_DefinitionFile::Laye
     bool isAbsent = true;
     for (DefinitionHistory::Step const &step : all) {
         if (step.definition.file->layer == layer) {
-            add(explanation, stepOf(step, all));
+            explanation.add(stepOf(step, all));
             isAbsent = false;
         }
     }
@@ -140,7 +132,7 @@ void Explainer::addDefinitions(Explanation &explanation, PR_DefinitionFile::Laye
             absent.reason = reasonOfAbsence(file.xml);
         }
     }
-    add(explanation, absent);
+    explanation.add(absent);
 }
 
 Explanation::Step Explainer::stepOf(DefinitionHistory::Step const &step, DefinitionHistory::Steps const &all)
@@ -195,14 +187,13 @@ void Explainer::addUserFile(Explanation &explanation)
     bool isAbsent = true;
     for (PR_UserFile::Element const &element : m_userFile.elements()) {
         if (element.content.id == explanation.key) {
-            add(explanation, stepOf(element, held));
+            explanation.add(stepOf(element, held));
             isAbsent = false;
         }
     }
     if (isAbsent)
-        add(explanation,
-            { u"user file"_s, Explanation::Absent, m_userFile.file().path, {}, {}, false, {},
-                reasonOfAbsence(m_userFile.file()) });
+        explanation.add({ u"user file"_s, Explanation::Absent, m_userFile.file().path, {}, {}, false, {},
+            reasonOfAbsence(m_userFile.file()) });
 }
 
 // What an element does to the item that the key has so far, which may be null.
@@ -238,14 +229,14 @@ void Explainer::addTextFile(Explanation &explanation)
 {
     QString const path = m_store.getPath();
     Explanation::Step step{ u"text file"_s, Explanation::Absent, path };
-    HostPlatform &host = HostPlatform::current();
-    auto const report = std::exchange(host.report, [](HostReport const &) {}); // all was said by the load before
-    UndefinedStore const texts(path, m_isLocal);
-    host.report = report;
+    UndefinedStore const texts = [&] {
+        ReportScope const silence; // all was said by the load before
+        return UndefinedStore(path, m_isLocal);
+    }();
     PR_PrefItem const *const text = texts.find(explanation.key);
     if (!text) {
         step.reason = QFileInfo::exists(path) ? u"the key is not in it"_s : u"there is no such file"_s;
-        return add(explanation, step);
+        return explanation.add(step);
     }
     bool const isUsed = explanation.item && explanation.item->getOrigin() == PR_PrefItem::OriginUser;
     step.outcome = isUsed ? Explanation::Won : Explanation::LeftOut;
@@ -253,7 +244,7 @@ void Explainer::addTextFile(Explanation &explanation)
     step.reason = reasonOfLock(explanation.key);
     if (!isUsed && step.reason.isEmpty())
         step.reason = u"no value of the type"_s;
-    add(explanation, step);
+    explanation.add(step);
 }
 
 void Explainer::refuse(QString const &key) const
@@ -264,6 +255,6 @@ void Explainer::refuse(QString const &key) const
     keys.sort();
     QString const nearest = NearestWord(keys).to(key);
     throw Failure{ ExitStatus::NoSuchKey,
-        u"There is no preference %1."_s.arg(key)
-            + (nearest.isEmpty() ? QString() : u" Did you mean %1?"_s.arg(nearest)) };
+        u"There is no preference %1."_s.arg(ValueText::escaped(key))
+            + (nearest.isEmpty() ? QString() : u" Did you mean %1?"_s.arg(ValueText::escaped(nearest))) };
 }

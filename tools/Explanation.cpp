@@ -25,6 +25,12 @@ QString textOf(Explanation::Outcome outcome)
     return u"absent"_s;
 }
 
+// A key without a definition has none.
+bool hasDefault(PR_PrefItem const &item)
+{
+    return item.getCategory() != PR_PrefItem::Internal;
+}
+
 QJsonObject toJson(Explanation::Step const &step)
 {
     return { { u"layer"_s, step.layer }, { u"outcome"_s, textOf(step.outcome) }, { u"file"_s, step.file },
@@ -37,6 +43,19 @@ QJsonObject toJson(Explanation::Step const &step)
 QString Explanation::Step::placeText() const
 {
     return place.line == 0 ? file : u"%1:%2"_s.arg(file, QString::number(place.line));
+}
+
+void Explanation::add(Step const &step)
+{
+    if (step.outcome == Won) {
+        if (m_winner >= 0) {
+            Step &earlier = steps[size_t(m_winner)];
+            earlier.outcome = Lost;
+            earlier.reason = u"replaced by "_s + step.placeText();
+        }
+        m_winner = qsizetype(steps.size());
+    }
+    steps.push_back(step);
 }
 
 QString Explanation::toText() const
@@ -57,9 +76,10 @@ QString Explanation::toText() const
         out << "No such preference under these conditions\n";
         return text;
     }
-    out << "Value: " << ValueText::escaped(item->valueAsString()) << '\n'
-        << "Default: " << ValueText::escaped(item->defaultValueAsString()) << '\n'
-        << "Origin: " << ValueText::originOf(*item) << '\n';
+    out << "Value: " << ValueText::escaped(item->valueAsString()) << '\n';
+    if (hasDefault(*item))
+        out << "Default: " << ValueText::escaped(item->defaultValueAsString()) << '\n';
+    out << "Origin: " << ValueText::originOf(*item) << '\n';
     return text;
 }
 
@@ -72,7 +92,8 @@ QJsonObject Explanation::toJson() const
     if (item) {
         object.insert(u"type"_s, item->getTag());
         object.insert(u"value"_s, item->valueAsString());
-        object.insert(u"default"_s, item->defaultValueAsString());
+        if (hasDefault(*item))
+            object.insert(u"default"_s, item->defaultValueAsString());
         object.insert(u"origin"_s, ValueText::originOf(*item));
     } else {
         object.insert(u"value"_s, QJsonValue());

@@ -6,6 +6,7 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <utility>
 #include <vector>
 
 class PR_PrefItem;
@@ -33,12 +34,24 @@ struct Explanation {
         QString placeText() const;
     };
 
+    Explanation(QString ofKey, PR_PrefItem const *ofStore)
+        : key(std::move(ofKey))
+        , item(ofStore)
+    {
+    }
+
+    /*! Adds a step; one that won takes the place of the one that won before. */
+    void add(Step const &step);
+
     QString toText() const;
     QJsonObject toJson() const;
 
     QString key;
     std::vector<Step> steps; /*!< In the order of the load. */
-    PR_PrefItem const *item = nullptr; /*!< The store's; null when it has none. */
+    PR_PrefItem const *item; /*!< The store's; null when it has none. */
+
+private:
+    qsizetype m_winner = -1; // the step that won so far
 };
 
 #endif

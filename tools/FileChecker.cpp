@@ -1,6 +1,7 @@
 #include "FileChecker.h"
 
 #include "NearestWord.h"
+#include "XmlOutline.h"
 
 #include "PR_FontItem.h"
 #include "PR_IntItem.h"
@@ -13,12 +14,10 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-bool isIgnored(QDomNode const &node)
+bool isIgnoredText(QDomNode const &node)
 {
-    return node.isElement() || (node.isText() && !node.toText().data().trimmed().isEmpty());
+    return node.isText() && !node.toText().data().trimmed().isEmpty();
 }
-} // namespace
 
 QStringList valueAttributes(QString const &type)
 {
@@ -62,12 +61,25 @@ void FileChecker::reportUnreadable(PR_XmlFile const &xml)
     m_findings.push_back({ m_file, place, textOf(rule).inUserFile, rule, {}, xml.error, {} });
 }
 
+void FileChecker::reportText(QString const &tag)
+{
+    report(Rule::IgnoredContent, u"the text in \"%1\" is not read"_s.arg(tag));
+}
+
+void FileChecker::checkRootName(QString const &tag)
+{
+    if (tag != rootName()) {
+        report(Rule::UnknownRoot, u"the root is \"%1\", not \"%2\""_s.arg(tag, rootName()), {},
+            NearestWord({ rootName() }).to(tag));
+    }
+}
+
 void FileChecker::checkAttributes(PR_ItemElement const &element, QStringList const &known)
 {
     for (auto const &[name, text] : element.attributes) {
         if (!known.contains(name))
             report(Rule::UnknownAttribute, u"\"%1\" has no attribute \"%2\""_s.arg(element.tag, name), name,
-                NearestWord(known).to(name));
+                NearestWord(known + QStringList{ kId }).to(name));
     }
 }
 
@@ -75,7 +87,7 @@ void FileChecker::checkContent(QDomElement const &element, bool mayHoldCdata)
 {
     for (QDomNode node = element.firstChild(); !node.isNull(); node = node.nextSibling()) {
         bool const isValue = mayHoldCdata && node.isCDATASection() && node.previousSibling().isNull();
-        if (isIgnored(node) && !isValue)
+        if ((node.isElement() || isIgnoredText(node)) && !isValue)
             return report(Rule::IgnoredContent, u"what stands inside of the element is not read"_s);
     }
 }

@@ -8,6 +8,7 @@
 class PR_FontItem;
 class PR_PrefItem;
 class QDomElement;
+class QDomNode;
 struct PR_DefinitionFile;
 struct PR_ItemElement;
 struct PR_XmlFile;
@@ -29,10 +30,13 @@ protected:
 
     /*! Adds a finding about the element, placed at one of its attributes when there is such a one. */
     void report(Rule rule, QString const &text, QString const &attribute = {}, QString const &suggestion = {});
+    /*! There is text in an element that is to hold elements alone. */
+    void reportText(QString const &tag);
     void reportUnreadable(PR_XmlFile const &xml);
 
     /*! \name Checks of the element */
     /*!\{*/
+    void checkRootName(QString const &tag);
     void checkAttributes(PR_ItemElement const &element, QStringList const &known);
     void checkContent(QDomElement const &element, bool mayHoldCdata);
     void checkChannels(PR_ItemElement const &element);
@@ -54,6 +58,9 @@ private:
     QString m_key;
     std::vector<Finding> m_findings;
 };
+
+/*! Text that no element's value is. */
+bool isIgnoredText(QDomNode const &node);
 
 /*! What the definition of an item of a type, or a user's element of it, has for a value. */
 QStringList valueAttributes(QString const &type);

@@ -1,5 +1,6 @@
 #include "InputFile.h"
 
+#include "ValueText.h"
 #include "Verb.h"
 
 #include <QFile>
@@ -12,7 +13,7 @@ QByteArray InputFile::bytes(QString const &name)
 {
     qint64 const limit = 16 << 20; // a hundred times the largest that is known; a device may never end
     auto const failure = [&name](QString const &reason) {
-        return Failure{ ExitStatus::CannotRead, u"%1 cannot be read: %2"_s.arg(name, reason) };
+        return Failure{ ExitStatus::CannotRead, u"%1 cannot be read: %2"_s.arg(ValueText::escaped(name), reason) };
     };
     QFile file(name);
     bool const isOpen = name == "-"_L1 ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly);

@@ -1,5 +1,6 @@
 #include "ItemFilter.h"
 
+#include "ValueText.h"
 #include "Verb.h"
 
 #include <QCommandLineParser>
@@ -12,7 +13,7 @@ PR_PrefItem::Category categoryOf(QString const &text)
     // Internal is also the answer for a text that names none.
     PR_PrefItem::Category const category = PR_PrefItem::getCategory(text);
     if (category == PR_PrefItem::Internal && text != PR_PrefItem::getCategoryString(category))
-        throw Failure{ ExitStatus::WrongUsage, u"There is no category \"%1\"."_s.arg(text) };
+        throw Failure{ ExitStatus::WrongUsage, u"There is no category \"%1\"."_s.arg(ValueText::escaped(text)) };
     return category;
 }
 } // namespace

@@ -1,16 +1,15 @@
 #include "PrefsStore.h"
 
+#include "ReportScope.h"
 #include "UndefinedStore.h"
+#include "ValueText.h"
 #include "Verb.h"
 
-#include "HostPlatform.h"
 #include "PR_FontItem.h"
 
 #include <QCommandLineParser>
 #include <QFontDatabase>
 #include <QStandardPaths>
-
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -41,14 +40,14 @@ PR_PrefItem &PrefsStore::item(QString const &key) const
 {
     if (PR_PrefItem *const item = find(key))
         return *item;
-    throw Failure{ ExitStatus::NoSuchKey, u"There is no preference %1."_s.arg(key) };
+    throw Failure{ ExitStatus::NoSuchKey, u"There is no preference %1."_s.arg(ValueText::escaped(key)) };
 }
 
 PR_PrefItem &PrefsStore::unlockedItem(QString const &key) const
 {
     PR_PrefItem &unlocked = item(key);
     if (unlocked.hasFacilityOverride(true))
-        throw Failure{ ExitStatus::Locked, u"%1 was left as it is."_s.arg(key) };
+        throw Failure{ ExitStatus::Locked, u"%1 was left as it is."_s.arg(ValueText::escaped(key)) };
     return unlocked;
 }
 
@@ -65,7 +64,7 @@ void PrefsStore::saveNow()
 void PrefsStore::keepFontsOfUser()
 {
     HostPlatform &host = HostPlatform::current();
-    auto const report = std::exchange(host.report, [](HostReport const &) {}); // all was said by the load before
+    ReportScope const silence; // all was said by the load before
     UndefinedStore const files(getPath(), m_isLocal);
     QStringList fonts = host.fonts.value_or(QFontDatabase::families());
     auto const available = fonts.size();
@@ -78,5 +77,4 @@ void PrefsStore::keepFontsOfUser()
         host.fonts = fonts;
         init();
     }
-    host.report = report;
 }

@@ -11,6 +11,7 @@ constexpr Severity error = Severity::Error;
 constexpr RuleText rules[] = {
     { "cannot-read", error, error, "The file cannot be opened or read." },
     { "not-xml", error, error, "The file is not XML, or too large or nested too deeply: it is not read at all." },
+    { "unknown-root", warning, warning, "The root has another name than \"preferences\". It is read all the same." },
     { "unknown-element", error, none, "No preference comes from an element of this name, or at this place." },
     { "unknown-attribute", warning, warning, "An attribute that an element of this name does not have is not read." },
     { "ignored-content", warning, warning, "What stands inside of the element is not read." },
@@ -34,6 +35,7 @@ constexpr RuleText rules[] = {
     { "conditional-cached-key", error, none, "The application caches the key, which then must not have a condition." },
     { "unknown-key", error, warning, "No definition of the installation has the key." },
     { "changed-type", error, none, "The type is not that of the definition: the application gets its fallback value." },
+    { "changed-category", warning, none, "The category is not that of the definition: an editor shows it elsewhere." },
     { "repeated-default", warning, none, "The value is the default of the definition that it replaces." },
     { "missing-set", none, error, "The preference set that the user chose is not there or cannot be read." },
 };

@@ -7,6 +7,7 @@
 enum class Rule {
     CannotRead,
     NotXml,
+    UnknownRoot,
     UnknownElement,
     UnknownAttribute,
     IgnoredContent,
@@ -30,6 +31,7 @@ enum class Rule {
     ConditionalCachedKey,
     UnknownKey,
     ChangedType,
+    ChangedCategory,
     RepeatedDefault,
     MissingSet,
     Count

@@ -72,7 +72,8 @@ void StoreVerbs::set(Call const &call)
     ValueText::Outcome const outcome = ValueText::assign(item, text);
     if (outcome == ValueText::Refused) {
         throw Failure{ ExitStatus::NotAValue,
-            u"\"%1\" is no value of %2; expected %3."_s.arg(text, key, ValueText::expectedForm(item)) };
+            u"\"%1\" is no value of %2; expected %3."_s.arg(
+                ValueText::escaped(text), ValueText::escaped(key), ValueText::expectedForm(item)) };
     }
     if (outcome == ValueText::Changed)
         store.saveNow();
@@ -84,7 +85,8 @@ void StoreVerbs::reset(Call const &call)
     QString const key = call.arguments[0];
     PR_PrefItem const &item = store.unlockedItem(key);
     if (item.getCategory() == PR_PrefItem::Internal)
-        throw Failure{ ExitStatus::NoSuchKey, u"%1 has no definition, and so no default."_s.arg(key) };
+        throw Failure{ ExitStatus::NoSuchKey,
+            u"%1 has no definition, and so no default."_s.arg(ValueText::escaped(key)) };
     if (item.getOrigin() == PR_PrefItem::OriginDefault)
         return;
     store.restoreDefault(key);

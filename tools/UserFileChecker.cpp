@@ -1,6 +1,7 @@
 #include "UserFileChecker.h"
 
 #include "KnownDefinitions.h"
+#include "XmlOutline.h"
 
 #include "PR_BoolItem.h"
 #include "PR_FontItem.h"
@@ -22,10 +23,14 @@ UserFileChecker::UserFileChecker(PR_UserFile const &userFile, SourceText const &
 {
 }
 
-void UserFileChecker::check()
+void UserFileChecker::check(XmlOutline const &outline)
 {
     if (m_userFile.file().state != PR_XmlFile::Read)
         return reportUnreadable(m_userFile.file());
+    enter(outline.rootLine, outline.rootColumn, {});
+    checkRootName(outline.root);
+    if (outline.hasText)
+        reportText(outline.root);
     m_definitions = m_known.ofStore(m_userFile.preferenceSet());
     checkSet();
     for (PR_UserFile::Element const &element : m_userFile.elements())

@@ -11,13 +11,14 @@
 
 class DefinitionHistory;
 class KnownDefinitions;
+struct XmlOutline;
 
 /*! Checks a user's file against the definitions of the installation. */
 class UserFileChecker final : public FileChecker {
 public:
     UserFileChecker(PR_UserFile const &userFile, SourceText const &source, KnownDefinitions &known);
 
-    void check();
+    void check(XmlOutline const &outline);
 
 private:
     void checkSet();

@@ -206,5 +206,10 @@ QString ValueText::originOf(PR_PrefItem const &item)
 
 QString ValueText::escaped(QString text)
 {
-    return text.replace(u'\\', "\\\\"_L1).replace(u'\t', "\\t"_L1).replace(u'\n', "\\n"_L1).replace(u'\r', "\\r"_L1);
+    text.replace(u'\\', "\\\\"_L1).replace(u'\t', "\\t"_L1).replace(u'\n', "\\n"_L1).replace(u'\r', "\\r"_L1);
+    for (qsizetype i = text.size() - 1; i >= 0; --i) { // a terminal would obey the others
+        if (text[i].category() == QChar::Other_Control)
+            text.replace(i, 1, u"\\x%1"_s.arg(text[i].unicode(), 2, 16, QLatin1Char('0')));
+    }
+    return text;
 }

@@ -21,7 +21,8 @@ QString exact(PR_PrefItem &item);
 QString expectedForm(PR_PrefItem &item);
 /*! Where the value comes from: "default", "user" or "facility". */
 QString originOf(PR_PrefItem const &item);
-/*! A text as part of one line: a tab, a line feed and a backslash as \\t, \\n and \\\\. */
+/*! A text as part of one line: a tab, a line feed, a carriage return and a backslash as \\t, \\n, \\r and \\\\, other
+    control characters as \\xNN. */
 QString escaped(QString text);
 } // namespace ValueText
 

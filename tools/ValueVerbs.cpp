@@ -3,17 +3,17 @@
 #include "InputFile.h"
 #include "ItemFilter.h"
 #include "PrefsStore.h"
+#include "ReportScope.h"
 #include "ValueJson.h"
 #include "ValueText.h"
 #include "Verb.h"
+#include "XmlOutline.h"
 
-#include "HostPlatform.h"
 #include "MSG_Scope.h"
 
 #include <QCommandLineParser>
 #include <QFile>
 #include <QJsonDocument>
-#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -91,24 +91,32 @@ bool looksLikeXml(QString const &name, QByteArray bytes)
 std::unique_ptr<PrefsStore> loadOther(Call const &call, QString const &name)
 {
     auto const failure = [](QString const &reason) { return Failure{ ExitStatus::CannotRead, reason }; };
+    auto const noUsersFile = [&] { return failure(u"%1 is no user's file."_s.arg(ValueText::escaped(name))); };
     QByteArray const bytes = InputFile::bytes(name);
+    bool const isXml = looksLikeXml(name, bytes);
+    XmlOutline const outline(isXml ? bytes : QByteArray());
+    if (isXml ? outline.root != rootName() || outline.hasCategories : bytes.contains('\0'))
+        throw noUsersFile();
+    auto const noCopy = [&](QString const &reason) {
+        return failure(u"%1 cannot be copied to compare with it: %2"_s.arg(ValueText::escaped(name), reason));
+    };
     QTemporaryDir const folder;
+    if (!folder.isValid())
+        throw noCopy(folder.errorString());
     QString const path = folder.filePath(u"user"_s);
-    QFile copy(looksLikeXml(name, bytes) ? path + ".xml"_L1 : path);
-    if (!folder.isValid() || !copy.open(QIODevice::WriteOnly) || copy.write(bytes) != bytes.size() || !copy.flush())
-        throw failure(u"There is no room for a copy of %1."_s.arg(name));
+    QFile copy(isXml ? path + ".xml"_L1 : path);
+    if (!copy.open(QIODevice::WriteOnly) || copy.write(bytes) != bytes.size() || !copy.flush())
+        throw noCopy(copy.errorString());
     copy.close();
 
     // What is not about the copy was said of the user's own store already.
-    HostPlatform &host = HostPlatform::current();
     bool isDamaged = false;
-    auto const restoreReport = qScopeGuard([&host, report = host.report] { host.report = report; });
-    host.report = [&](HostReport const &message) {
+    ReportScope const elsewhere([&](HostReport const &message) {
         isDamaged = isDamaged || (message.action != MSG_Scope::Log && message.text.contains(path));
-    };
+    });
     auto store = std::make_unique<PrefsStore>(path, call.options.isSet(u"local"_s));
     if (isDamaged)
-        throw failure(u"%1 is no user's file."_s.arg(name));
+        throw noUsersFile();
     return store;
 }
 
@@ -147,7 +155,7 @@ void compare(Call const &call, QString const &name)
 QJsonObject valuesOf(QString const &name)
 {
     auto const failure = [&name](QString const &reason) {
-        return Failure{ ExitStatus::CannotRead, u"%1 holds no values: %2"_s.arg(name, reason) };
+        return Failure{ ExitStatus::CannotRead, u"%1 holds no values: %2"_s.arg(ValueText::escaped(name), reason) };
     };
     QByteArray const bytes = InputFile::bytes(name);
     QJsonParseError error{};
@@ -158,7 +166,7 @@ QJsonObject valuesOf(QString const &name)
         throw failure(u"a JSON object is expected."_s);
     QStringList const repeated = ValueJson::repeatedNames(bytes);
     if (!repeated.isEmpty())
-        throw failure(u"given more than once: %1."_s.arg(repeated.join(", "_L1)));
+        throw failure(u"given more than once: %1."_s.arg(ValueText::escaped(repeated.join(", "_L1))));
     return document.object();
 }
 
@@ -174,8 +182,8 @@ std::vector<std::pair<PR_PrefItem *, QJsonValue>> plannedChanges(
         status = status == ExitStatus::Done ? reason : std::min(status, reason);
     };
     for (auto value = values.begin(); value != values.end(); ++value) {
-        QString const key = value.key();
-        PR_PrefItem *const item = store.find(key);
+        QString const key = ValueText::escaped(value.key());
+        PR_PrefItem *const item = store.find(value.key());
         if (!item) {
             refuse(ExitStatus::NoSuchKey, u"%1: there is no such preference."_s.arg(key));
             continue;
@@ -193,7 +201,7 @@ std::vector<std::pair<PR_PrefItem *, QJsonValue>> plannedChanges(
                 u"%1: %2 is no value; expected %3."_s.arg(
                     key, ValueJson::shown(value.value()), ValueJson::expectedForm(*item)));
         } else {
-            differences.add(key, item, trial.get());
+            differences.add(value.key(), item, trial.get());
             changes.emplace_back(item, value.value());
         }
     }
@@ -214,10 +222,11 @@ void ValueVerbs::diff(Call const &call)
 void ValueVerbs::dump(Call const &call)
 {
     ItemFilter const filter(call.options);
+    bool const mayBeUndefined = call.options.isSet(u"category"_s); // else for users who may not have the keys
     PrefsStore const store(call);
     QJsonObject values;
     for (PR_PrefItem *item : store) {
-        if (filter.admits(*item))
+        if (filter.admits(*item) && (mayBeUndefined || item->getCategory() != PR_PrefItem::Internal))
             values.insert(item->getKey(), ValueJson::of(*item));
     }
     print(call, values);

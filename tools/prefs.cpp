@@ -14,6 +14,10 @@
 
 #include <cstdio>
 
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#endif
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -118,10 +122,23 @@ QString answer(CommandLine const &commandLine)
         : format == "zsh"_L1  ? Completion::zsh()
                               : QString();
 }
+
+// A standard stream that is closed would become the first file that is opened. Reading finds nothing in its place, and
+// writing fails as before.
+void occupyClosedStreams()
+{
+#ifdef Q_OS_UNIX
+    for (int stream : { 0, 1, 2 }) {
+        if (::fcntl(stream, F_GETFD) < 0)
+            (void)::open("/dev/null", O_RDONLY); // takes the lowest number that is free
+    }
+#endif
+}
 } // namespace
 
 int main(int argc, char **argv)
 {
+    occupyClosedStreams();
     QStringList typed;
     for (int i = 0; i < argc; ++i)
         typed.append(QString::fromLocal8Bit(argv[i]));

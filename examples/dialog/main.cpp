@@ -73,20 +73,23 @@ int main(int argc, char **argv)
     QTemporaryDir const empty;
     QString const name = isPicture ? empty.filePath(u"user.pref"_s) : options.value(u"user"_s);
     std::unique_ptr<PR_Preference> const store(PR_Preference::createPreference(name));
-    tuPref = store.get();
     if (store->getErrorCode() != PR_Preference::NoError) {
         std::fprintf(stderr, "No preferences: %s\n", qUtf8Printable(store->getErrorMessage().getText()));
         return EXIT_FAILURE;
     }
+    tuPref = store.get();
 
     if (isPicture)
         changeSomeValues(*store);
     PreferenceDialog dialog(*store);
     dialog.showCategory(PR_PrefItem::getCategory(options.value(u"category"_s)));
-    if (isPicture)
-        return takePicture(dialog, options.value(u"screenshot"_s)) ? EXIT_SUCCESS : EXIT_FAILURE;
-
-    // Beside the views of a host, so not modal. The dialog saves when it closes.
-    dialog.show();
-    return QApplication::exec();
+    int status = EXIT_SUCCESS;
+    if (isPicture) {
+        status = takePicture(dialog, options.value(u"screenshot"_s)) ? EXIT_SUCCESS : EXIT_FAILURE;
+    } else {
+        dialog.show(); // beside the views of a host, so not modal; it saves when it closes
+        status = QApplication::exec();
+    }
+    tuPref = nullptr;
+    return status;
 }

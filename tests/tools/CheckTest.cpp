@@ -76,6 +76,14 @@ TEST_F(CheckTest, FindsWhatIsWrongInDefinitions)
                 "2:39: warning: \"string\" has no attribute \"valeu\"; did you mean \"value\"? [unknown-attribute]\n"
                 "2:49: warning: \"string\" has no attribute \"longdesc\"; did you mean \"longDesc\"? "
                 "[unknown-attribute]" },
+            { one("<string ID='S' value='x'/>"),
+                "2:24: error: the element has no id [missing-id]\n"
+                "2:32: warning: \"string\" has no attribute \"ID\"; did you mean \"id\"? [unknown-attribute]" },
+            { "<preferenses>\n x\n" + category("y<string id='S'/>") + "</preferenses>",
+                "1:1: warning: the root is \"preferenses\", not \"preferences\"; did you mean \"preferences\"? "
+                "[unknown-root]\n"
+                "1:1: warning: the text in \"preferenses\" is not read [ignored-content]\n"
+                "3:1: warning: the text in \"category\" is not read [ignored-content]" },
             { one("<double id='D' value='1' min='0'/>"),
                 "2:49: warning: \"double\" has no attribute \"min\" [unknown-attribute]" },
             { "<preferences mode='paint'><category id='Sound' feature='a' label='x'/></preferences>",
@@ -192,6 +200,9 @@ TEST_F(CheckTest, ChecksOverridesAndSetsAgainstTheInstallation)
             { definitions("<bool id='BOOL' value='true'/><int id='INT' value='3' min='-9' max='10'/>"
                           "<double id='DOUBLE' value='0.50' percentage='true'/>"),
                 "1:37: warning: the default is that of $/install/resources/prefs.xml:1 already [repeated-default]" },
+            { "<preferences>" + category("<int id='INT' value='7'/>", "Sound") + "</preferences>",
+                "1:35: warning: the category is \"Sound\", that of $/install/resources/prefs.xml:2 is \"General\" "
+                "[changed-category]" },
             { definitions("<int id='LOCKED' value='2'/>"),
                 "1:42: error: $/install/resources/prefs.xml:8 locks the key [dropped-by-lock]" },
         });
@@ -216,6 +227,9 @@ TEST_F(CheckTest, ChecksUserFiles)
                         "<string id='PREFERENCE_SET' value='classroom'/>"),
                 "" },
             { "<preferences>\n<int></preferences>", "2:20: error: Opening and ending tag mismatch. [not-xml]" },
+            { "<preference>\n<int id='INT' value='1'/>x</preference>",
+                "1:1: warning: the root is \"preference\", not \"preferences\"; did you mean \"preferences\"? "
+                "[unknown-root]\n1:1: warning: the text in \"preference\" is not read [ignored-content]" },
             { userItems("<int value='1'/>"), "2:1: error: the element has no id [missing-id]" },
             { userItems("<int id='BOL' value='1'/><int id='MACHINE' value='1'/>"),
                 "2:6: warning: the installation defines no BOL; did you mean \"BOOL\"? [unknown-key]\n"

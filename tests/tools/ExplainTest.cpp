@@ -120,6 +120,8 @@ TEST_F(ExplainTest, GivesTheReasons)
     EXPECT_NE(explain(u"MORPH_K"_s, { u"--morphing"_s }).find("won|1|prefs.xml:1|\n"), std::string::npos);
     define({});
     expect({ { "explain|MORHP_K", 1, "", "prefs: There is no preference MORHP_K.\n" } });
+    define(category("<int id='K'/>"));
+    expect({ { "explain|K|NOPE", 1, "", "prefs: There is no preference NOPE.\n" } });
 }
 
 TEST_F(ExplainTest, TellsOfFilesThatAreNotRead)
@@ -138,7 +140,7 @@ TEST_F(ExplainTest, TellsOfFilesThatAreNotRead)
     has("INT", "text file|won|4|user.pref|\nValue: 4\n");
     has("LOCKED", "text file|left out|5|user.pref|the key is locked by prefs.xml:1\n");
     has("TEXT", "text file|left out|x|user.pref|no value of the type\n");
-    has("OTHER", "text file|won|6|user.pref|\nValue: 6\n");
+    has("OTHER", "text file|won|6|user.pref|\nValue: 6\nOrigin: user\n");
 
     writeFile(u"install/resources/prefs_override.xml"_s, "<preferences>\n<category>");
     has("INT", "override|absent||prefs_override.xml|cannot be parsed: Premature end of document. (line 2)\n");
@@ -153,6 +155,10 @@ TEST_F(ExplainTest, TellsOfFilesThatAreNotRead)
     has("INT", "preference set|won|7|preferenceSets/norvelle/team.xml:1|\n");
 
     QFile::remove(path(u"user-pref.xml~"_s));
+    writeFile(u"user-pref.xml"_s, "<preferences");
+    std::string const said = run({ u"explain"_s, u"INT"_s }).messages;
+    writeFile(u"user-pref.xml"_s, "<preferences");
+    EXPECT_EQ(said, run({ u"get"_s, u"INT"_s }).messages);
     writeFile(u"user-pref.xml"_s, "<preferences");
     has("INT",
         "user file|absent||user-pref.xml|cannot be parsed: Premature end of document. (line 1)\n"
@@ -237,7 +243,8 @@ TEST_F(ExplainTest, AgreesWithTheStore)
             EXPECT_EQ(winners, 1);
             EXPECT_EQ(winner, item.valueAsString());
             EXPECT_EQ(value[u"value"_s].toString(), item.valueAsString());
-            EXPECT_EQ(value[u"default"_s].toString(), item.defaultValueAsString());
+            bool const isDefined = item.getCategory() != PR_PrefItem::Internal;
+            EXPECT_EQ(value[u"default"_s].toString(), isDefined ? item.defaultValueAsString() : QString());
             EXPECT_EQ(value[u"origin"_s].toString(), origin);
         }
     }

@@ -18,6 +18,7 @@ TEST_F(PrefsTest, ReadsAndFilters)
         { "get|INT", 0, "3\n" },
         { "get|STRING", 0, "a\tb\nc\\\n" },
         { "get|int", 1, "", "no preference int" },
+        { "get|a\x7F\n\x1B", 1, "", "no preference a\\x7f\\n\\x1b.\n" },
         { "list|--changed", 0, changedFonts + changedOthers },
         { "list|--category|Timeline|--changed", 0, changedFonts },
         { "list|--category|Internal", 0, "UNKNOWN\tint\t7\n" },
@@ -57,7 +58,8 @@ TEST_F(PrefsTest, RefusesWrongUsage)
     expect({
         { "", 2, "", "verb is missing" },
         { "frobnicate", 2, "", "no verb \"frobnicate\"" },
-        { "get", 2, "", "get takes KEY" },
+        { "get", 2, "", "get takes KEY.\n" },
+        { "explain", 2, "", "explain takes KEY...\n" },
         { "set|INT", 2, "", "set takes KEY VALUE" },
         { "list|INT", 2, "", "list takes no arguments" },
         { "get|INT|--changed", 2, "", "get takes no --changed" },

@@ -18,11 +18,11 @@ protected:
     }
 
     // What a dump of that user's changes gives.
-    static QByteArray dumpOfEachType(QByteArray const &last = "\"UNKNOWN\": 7")
+    static QByteArray dumpOfEachType(QByteArray const &last = {})
     {
         return "{\n    \"BOOL\": false,\n    \"COLOR\": \"#070080ff\",\n    \"DOUBLE\": 1e-09,\n    \"FONT\": \"my "
                "font\",\n"
-               "    \"INT\": -9,\n    \"KEY\": \"Shift\",\n    \"STRING\": \"a\\tb\\n\\\"\\\\ \xC3\xA9\",\n    "
+               "    \"INT\": -9,\n    \"KEY\": \"Shift\",\n    \"STRING\": \"a\\tb\\n\\\"\\\\ \xC3\xA9\""
             + last + "\n}\n";
     }
 };
@@ -43,7 +43,7 @@ TEST_F(ValueVerbsTest, LoadTakesBackWhatDumpGives)
     EXPECT_EQ(readFile(u"user-pref.xml"_s), ofUser);
     EXPECT_FALSE(QFile::exists(path(u"user-pref.xml~"_s))) << "values that are there already were saved";
 
-    writeFile(u"values.json"_s, dumpOfEachType("\"LOCKED\": 1"));
+    writeFile(u"values.json"_s, dumpOfEachType(",\n    \"LOCKED\": 1"));
     QByteArray const others =
         "<preferences><int id='UNKNOWN' value='8'/><font id='FONT' value='my font'/></preferences>";
     writeFile(u"other-pref.xml"_s, others);
@@ -52,6 +52,7 @@ TEST_F(ValueVerbsTest, LoadTakesBackWhatDumpGives)
     expect({
         { "--user|$/other.pref|load|-", 0, "", "", "{\"UNKNOWN\": 7}" },
         { "--user|$/other.pref|dump|--changed", 0, dumpOfEachType() },
+        { "--user|$/other.pref|get|UNKNOWN", 0, "7\n" },
         { "--user|$/other.pref|load|-", 0, "", "", "{}" },
     });
 }
@@ -77,6 +78,7 @@ TEST_F(ValueVerbsTest, LoadSetsAllOrNothing)
     };
     Refusal const refusals[] = {
         { "'NO_SUCH': 1", 1, "NO_SUCH: there is no such preference" },
+        { "'\\u001b[2J\\n': 1", 1, "prefs: \\x1b[2J\\n: there is no" },
         { "'LOCKED': 2", 5, "LOCKED: locked by the facility" },
         { "'INT': 10", 6, "INT: 10 is no value; expected a whole number from -9 to 9, as a JSON number" },
         { "'INT': 2.5", 6, "INT: 2.5" },
@@ -123,6 +125,12 @@ TEST_F(ValueVerbsTest, LoadRefusesFilesThatHoldNoValues)
         { "load|-", 3, "", "object is expected", "[3]" },
         { "load|-", 3, "", "at byte", "" },
     });
+    QByteArray const closed = output(u"sh"_s,
+        QStringList{ u"-c"_s, u"\"$@\" load - <&- 2>&1; \"$@\" list 2>&1 >&-; echo $?"_s, u"sh"_s,
+            QStringLiteral(PREFS_PROGRAM) }
+            + commonArguments);
+    EXPECT_TRUE(closed.startsWith("prefs: - holds no values: illegal value at byte 0.\n")) << closed.toStdString();
+    EXPECT_TRUE(closed.endsWith("\n4\n")) << closed.toStdString();
 }
 
 TEST_F(ValueVerbsTest, ShowsWhatTheUserChanged)
@@ -136,6 +144,11 @@ TEST_F(ValueVerbsTest, ShowsWhatTheUserChanged)
             "{\n    \"BOOL\": {\n        \"default\": true,\n        \"value\": false\n    },\n"
             "    \"STRING\": {\n        \"default\": \"text\",\n        \"value\": \"a\\tb\\n\"\n    },\n"
             "    \"UNKNOWN\": {\n        \"value\": 7\n    }\n}\n" },
+    });
+
+    expect({
+        { "--user|$/third.pref|load|-", 0, "", "", QByteArray::fromStdString(run({ u"dump"_s }).out) },
+        { "--user|$/third.pref|diff", 0, "BOOL\tYes\tNo\nSTRING\ttext\ta\\tb\\n\n" },
     });
 
     // Numbers that look the same with the digits that are shown.
@@ -166,6 +179,9 @@ TEST_F(ValueVerbsTest, ComparesWithAnotherUser)
             "    \"OURS\": {\n        \"here\": \"a\\tb\"\n    },\n"
             "    \"THEIRS\": {\n        \"there\": \"7\"\n    }\n}\n" },
         { "diff|--against|$/damaged.xml", 3, "", "damaged.xml is no user's file" },
+        { "diff|--against|$/install/resources/prefs.xml", 3, "", "prefs.xml is no user's file" },
+        { "diff|--against|-", 3, "", "- is no user's file", "<svg><int id='INT' value='5'/></svg>" },
+        { "diff|--against|-", 3, "", "- is no user's file", QByteArray("INT 5\n\0x", 8) },
         { "diff|--against|$/missing", 3, "", "missing cannot be read" },
         { "diff|--against|$/install", 3, "", "install cannot be read" },
     });

@@ -1,4 +1,5 @@
 # complete.bash SCRIPT WORD...: what bash offers for the last word, one a line, with the functions of SCRIPT.
+set -u # as a user may have it
 . "$1"
 compopt() { printf '(%s)\n' "$2"; }
 COMP_WORDS=("${@:2}")
