@@ -6,7 +6,9 @@
 #include <QByteArray>
 #include <QFile>
 #include <QFileInfo>
+#include <QMutex>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <filesystem>
 
@@ -77,9 +79,12 @@ void syncFolderOf(QString const &path)
 bool replaceByLink(QString const &file, QString const &path)
 {
     QString const temporary = newFileOf(path);
-    QFile::remove(temporary);
     std::error_code code;
     fs::create_hard_link(nativePath(file), nativePath(temporary), code);
+    if (code) { // in the way of what a dead process left
+        QFile::remove(temporary);
+        fs::create_hard_link(nativePath(file), nativePath(temporary), code);
+    }
     bool const replaced = !code && rename(temporary, path);
     // Renaming changes nothing when both names are of the same file already.
     QFile::remove(temporary);
@@ -124,6 +129,17 @@ bool isRunning(int processId)
     Q_UNUSED(processId)
     return true;
 #endif
+}
+
+// Whether this process comes to a file for the first time.
+bool isFirstTime(QString const &path)
+{
+    static QMutex mutex;
+    static QSet<QString> known;
+    QMutexLocker const lock(&mutex);
+    auto const before = known.size();
+    known.insert(path);
+    return known.size() > before;
 }
 
 // Removes the new files of a file and of what is kept beside it that dead processes left.
@@ -177,7 +193,8 @@ bool PL_FileUtil::RenameNewFile(PL_FileSpec const &spec)
         return false;
     }
     syncFolderOf(target);
-    removeLeftNewFiles(target);
+    if (isFirstTime(target))
+        removeLeftNewFiles(target);
     return true;
 }
 

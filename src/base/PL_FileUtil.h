@@ -18,8 +18,8 @@ public:
     /*! Makes the present file the backup, without a moment in which either is missing; true also when there is no
         file yet. */
     static bool BackupFile(PL_FileSpec const &spec);
-    /*! Puts the new file in the place of \a spec and syncs the folder. On failure the new file is removed. Removes
-        new files that dead processes left behind. */
+    /*! Puts the new file in the place of \a spec and syncs the folder. On failure the new file is removed. The
+        first time in a process, removes new files that dead processes left behind. */
     static bool RenameNewFile(PL_FileSpec const &spec);
     /*! Replaces the file by a copy of its backup; false when there is none. With \a keepDamaged the replaced file is
         first kept as KeepDamagedFile() does. */

@@ -39,10 +39,13 @@ QString writeToDisk(QFile &file, QByteArray const &bytes)
 // systems have none.
 bool openNewFile(QFile &file, QString const &replaced)
 {
-    if (file.fileName() != replaced) // the same for a circle of links
-        QFile::remove(file.fileName()); // left by a dead process, it may be a link to anything
-    if (!file.open(
-            QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered, QFile::ReadOwner | QFile::WriteOwner))
+    auto const open = [&file] {
+        return file.open(
+            QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered, QFile::ReadOwner | QFile::WriteOwner);
+    };
+    // What a dead process left is in the way, and may be a link to anything. The names are the same for a circle of
+    // links.
+    if (!open() && (file.fileName() == replaced || !QFile::remove(file.fileName()) || !open()))
         return false;
     PL_FileUtil::CopyAttributes(PL_FileSpec(UT_String(replaced)), PL_FileSpec(UT_String(file.fileName())));
     return true;
