@@ -5,7 +5,7 @@
 #include "PR_PrefItemFactoryManager.h"
 
 namespace {
-// The text beside its item, not among those of the document, which would pin the memory around them.
+// The text in memory of its own, not among those of the document, which would pin the memory around them.
 QString ownText(QString const &text)
 {
     return QString(text.constData(), text.size());
@@ -27,11 +27,17 @@ std::unique_ptr<PR_PrefItem> PR_Definition::createItem() const
     auto item = createTypedItem(PR_PrefItem::getCategory(category.attribute(kId)), element);
     if (!item)
         return nullptr;
-    item->setShortDescription(ownText(element.attribute(QStringLiteral("shortDesc"))));
-    item->setLongDescription(ownText(element.attribute(QStringLiteral("longDesc"))));
+    item->setShortDescription(element.attribute(QStringLiteral("shortDesc")));
+    item->setLongDescription(element.attribute(QStringLiteral("longDesc")));
     if (element.attribute(QStringLiteral("facilityOverride")).toLower() == QLatin1String("true"))
         item->setFacilityOverride();
     return item;
+}
+
+void PR_Definition::detachTexts(PR_PrefItem *item)
+{
+    item->setShortDescription(ownText(item->getShortDescription()));
+    item->setLongDescription(ownText(item->getLongDescription()));
 }
 
 bool PR_Definition::mayReplace(PR_PrefItem const *held)

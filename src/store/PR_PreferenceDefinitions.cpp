@@ -89,6 +89,7 @@ PR_Preference::Error PR_Preference::initPreferences()
         if (PR_Definition::mayReplace(d->items.find(item->getKey()).item()))
             d->items.insert(std::move(item));
     });
+    d->items.visitAll(PR_Definition::detachTexts);
 
     int const termStyleLanguage = 4;
     if (whoami::appIsPanovia() && OSW_Lang::languageID() == termStyleLanguage) {
