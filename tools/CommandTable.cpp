@@ -1,12 +1,11 @@
 #include "CommandTable.h"
 
 #include "CacheVerbs.h"
+#include "CategoryText.h"
 #include "DefinitionVerbs.h"
 #include "Rules.h"
 #include "StoreVerbs.h"
 #include "ValueVerbs.h"
-
-#include "PR_PrefItem.h"
 
 #include <QtGlobal>
 
@@ -15,17 +14,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QStringList categories()
-{
-    QStringList texts;
-    for (int i = PR_PrefItem::Internal; i <= PR_PrefItem::Render; ++i) {
-        QString const text = PR_PrefItem::getCategoryString(PR_PrefItem::Category(i));
-        if (!texts.contains(text))
-            texts.append(text);
-    }
-    return texts + QStringList{ u"Panovia"_s }; // understood, but never shown under its own name
-}
-
 // The options whose verbs fulfil a condition, in the order of the table.
 template <class Condition> std::vector<Option> optionsWith(Condition const &holds)
 {
@@ -114,7 +102,7 @@ std::vector<ValueKind> const &CommandTable::kinds()
         { "DIR", ValueKind::Folder },
         { "WORD", ValueKind::Text },
         { "RULE", ValueKind::Suggested, ruleNames() },
-        { "CATEGORY", ValueKind::Suggested, categories() },
+        { "CATEGORY", ValueKind::Suggested, CategoryText::all() },
         { "FLAVOUR", ValueKind::OneOf, { u"norvelle"_s, u"panovia"_s } },
         { "MODE", ValueKind::OneOf, { u"full"_s, u"paint"_s, u"scan"_s } },
         { "FORMAT", ValueKind::OneOf, { u"man"_s, u"bash"_s, u"zsh"_s } },

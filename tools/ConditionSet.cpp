@@ -21,6 +21,12 @@ void keepWhereItHolds(QSet<QString> &words, QDomElement const &element, QString 
 }
 } // namespace
 
+QStringList const &ConditionSet::attributes()
+{
+    static QStringList const names{ u"platform"_s, u"mode"_s, u"feature"_s };
+    return names;
+}
+
 QStringList const &ConditionSet::platforms()
 {
     static QStringList const words{ u"windows"_s, u"macosx"_s, u"linux"_s };

@@ -9,6 +9,8 @@
 /*! Where a definition holds, by the conditions of its category and its own. */
 class ConditionSet {
 public:
+    /*! Those of an element that hold conditions. */
+    static QStringList const &attributes();
     static QStringList const &platforms();
     static QStringList const &modes();
 

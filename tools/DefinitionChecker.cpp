@@ -1,5 +1,6 @@
 #include "DefinitionChecker.h"
 
+#include "CategoryText.h"
 #include "KnownDefinitions.h"
 #include "NearestWord.h"
 
@@ -26,15 +27,9 @@ QStringList const &types()
     return names;
 }
 
-QStringList const &conditionAttributes()
-{
-    static QStringList const names{ u"platform"_s, u"mode"_s, u"feature"_s };
-    return names;
-}
-
 QStringList attributesOf(QString const &type)
 {
-    QStringList const names = conditionAttributes() + valueAttributes(type)
+    QStringList const names = ConditionSet::attributes() + valueAttributes(type)
         + QStringList{ u"shortDesc"_s, u"longDesc"_s, u"facilityOverride"_s };
     if (type == "int"_L1)
         return names + QStringList{ u"min"_s, u"max"_s };
@@ -48,11 +43,6 @@ bool isCached(QString const &key)
 #include "PR_CachedValues.def"
     };
     return keys.contains(key);
-}
-
-bool isCategory(QString const &text)
-{
-    return PR_PrefItem::getCategory(text) != PR_PrefItem::Internal || text == "Internal"_L1;
 }
 
 // Whether two items are of one type and differ neither in the default nor in what an editor offers.
@@ -123,14 +113,11 @@ void DefinitionChecker::checkCategory(QDomElement const &category)
 {
     enter(category.lineNumber(), category.columnNumber(), {});
     checkText(category);
-    checkAttributes(PR_ItemElement::of(category), conditionAttributes());
+    checkAttributes(PR_ItemElement::of(category), ConditionSet::attributes());
     QString const text = category.attribute(kId);
-    if (!isCategory(text)) {
-        QStringList texts{ u"Panovia"_s };
-        for (int number = PR_PrefItem::Internal; number < PR_PrefItem::Panovia; ++number)
-            texts.append(PR_PrefItem::getCategoryString(PR_PrefItem::Category(number)));
-        report(Rule::UnknownCategory, u"there is no category \"%1\""_s.arg(text), kId, NearestWord(texts).to(text));
-    }
+    if (!CategoryText::categoryOf(text))
+        report(Rule::UnknownCategory, u"there is no category \"%1\""_s.arg(text), kId,
+            NearestWord(CategoryText::all()).to(text));
     if (checkConditionWords(category) && !ConditionSet({ nullptr, category, {} }).canHold())
         report(Rule::NeverHolds, u"the conditions of the category contradict each other"_s);
 }
@@ -294,7 +281,7 @@ void DefinitionChecker::checkAgainstKnown(PR_Definition const &definition, PR_Pr
     }
     QString const category = PR_PrefItem::getCategoryString(item.getCategory());
     QString const usual = PR_PrefItem::getCategoryString(known->item->getCategory());
-    if (category != usual && isCategory(definition.category.attribute(kId)))
+    if (category != usual && CategoryText::categoryOf(definition.category.attribute(kId)))
         report(Rule::ChangedCategory, u"the category is \"%1\", that of %2 is \"%3\""_s.arg(category, place, usual));
 }
 

@@ -1,5 +1,6 @@
 #include "Explainer.h"
 
+#include "ConditionSet.h"
 #include "KnownDefinitions.h"
 #include "ReportScope.h"
 #include "UndefinedStore.h"
@@ -67,23 +68,17 @@ QString conditionsOf(PR_Definition const &definition)
             texts.append(u"%1%2=\"%3\""_s.arg(QLatin1String(ofWhat), attribute, element.attribute(attribute)));
     };
     add(definition.file->xml.document.documentElement(), u"feature"_s, "root ");
-    for (QString const &attribute : { u"platform"_s, u"mode"_s, u"feature"_s }) {
+    for (QString const &attribute : ConditionSet::attributes()) {
         add(definition.category, attribute, "category ");
         add(definition.element, attribute, "");
     }
     return texts.join(u' ');
 }
 
-bool reads(PR_PrefItem &item, PR_UserFile::Element const &element)
-{
-    QDomDocument document;
-    return item.loadXml(element.dom.isNull() ? element.content.toDom(document) : element.dom);
-}
-
 std::shared_ptr<PR_PrefItem> undefinedItem(PR_UserFile::Element const &element)
 {
     std::shared_ptr<PR_PrefItem> item = PR_UndefinedItem::create(element.content.tag, element.content.id);
-    if (!item || !reads(*item, element)) {
+    if (!item || !element.loadInto(*item)) {
         item = std::make_shared<PR_StringItem>(PR_PrefItem::Internal, element.content.id, element.content.value());
     }
     return item;
@@ -212,7 +207,7 @@ Explanation::Step Explainer::stepOf(PR_UserFile::Element const &element, std::sh
     bool const isLocked = held->hasFacilityOverride(false);
     std::shared_ptr<PR_PrefItem> const changed(held->clone());
     changed->removeFacilityOverride();
-    bool const isRead = reads(*changed, element);
+    bool const isRead = element.loadInto(*changed);
     if (isRead)
         step.value = changed->valueAsString();
     if (isRead && !isLocked) {

@@ -1,5 +1,6 @@
 #include "ItemFilter.h"
 
+#include "CategoryText.h"
 #include "ValueText.h"
 #include "Verb.h"
 
@@ -7,22 +8,15 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-PR_PrefItem::Category categoryOf(QString const &text)
-{
-    // Internal is also the answer for a text that names none.
-    PR_PrefItem::Category const category = PR_PrefItem::getCategory(text);
-    if (category == PR_PrefItem::Internal && text != PR_PrefItem::getCategoryString(category))
-        throw Failure{ ExitStatus::WrongUsage, u"There is no category \"%1\"."_s.arg(ValueText::escaped(text)) };
-    return category;
-}
-} // namespace
-
 ItemFilter::ItemFilter(QCommandLineParser const &options)
     : m_changedOnly(options.isSet(u"changed"_s))
 {
-    if (options.isSet(u"category"_s))
-        m_category = categoryOf(options.value(u"category"_s));
+    if (!options.isSet(u"category"_s))
+        return;
+    QString const text = options.value(u"category"_s);
+    m_category = CategoryText::categoryOf(text);
+    if (!m_category)
+        throw Failure{ ExitStatus::WrongUsage, u"There is no category \"%1\"."_s.arg(ValueText::escaped(text)) };
 }
 
 bool ItemFilter::admits(PR_PrefItem const &item) const

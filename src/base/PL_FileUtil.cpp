@@ -206,9 +206,7 @@ bool PL_FileUtil::RestoreBackupFile(PL_FileSpec const &spec, bool keepDamaged)
     if (keepDamaged)
         KeepDamagedFile(spec);
     QString const backup = backupOf(target);
-    // A copy first: whoever edits the file in place shall not change the backup with it.
-    bool const restored =
-        QFileInfo(backup).isFile() && (replaceByCopy(backup, target) || replaceByLink(backup, target));
+    bool const restored = QFileInfo(backup).isFile() && replaceByCopyOrLink(backup, target);
     if (restored)
         syncFolderOf(target);
     return restored;

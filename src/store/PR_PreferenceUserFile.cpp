@@ -54,10 +54,10 @@ bool openNewFile(QFile &file, QString const &replaced)
 
 PR_Preference::Error PR_Preference::load()
 {
-    d->backupIsLeft = false;
+    d->loadFailed = false;
     Error const result = loadValues();
     d->userFile.reset();
-    d->loadFailed = result != NoError || d->backupIsLeft;
+    d->loadFailed = d->loadFailed || result != NoError;
     d->backedUpSinceLoad = false;
     return result;
 }
@@ -149,7 +149,7 @@ PR_Preference::Error PR_Preference::loadXml()
     }
     if (userFile->file().state != PR_XmlFile::Read) {
         // One that could not be put back, in a folder that cannot be written, has what the user set.
-        d->backupIsLeft =
+        d->loadFailed =
             PR_UserFile(PL_FileUtil::BackupFileSpec(spec).GetFilePath().ToQString()).file().state == PR_XmlFile::Read;
         PR_PreferenceMessages::report(PR_PreferenceMessages::DefaultsLoaded, MSG_Scope::Notice, path);
         return FileCorrupted;
@@ -165,11 +165,9 @@ void PR_Preference::Private::loadElement(PR_Preference &store, PR_UserFile::Elem
 {
     auto const isTakenBy = [&element](PR_ItemSet::Entry const &entry) {
         bool taken = false;
-        if (!entry.visitOwn([&](auto *item) { taken = item->loadElement(element.content); })) {
-            QDomDocument document;
-            taken = entry->loadXml(element.dom.isNull() ? element.content.toDom(document) : element.dom);
-        }
-        return taken;
+        return entry.visitOwn([&](auto *item) { taken = item->loadElement(element.content); })
+            ? taken
+            : element.loadInto(*entry.item());
     };
 
     QString const &key = element.content.id;

@@ -36,10 +36,9 @@ public:
     SaveStatus saveStatus;
     // The user's file when it was last known to be good; one that is unchanged need not be read before it is replaced.
     PR_FileState goodFile;
-    // After a load that failed before the user's values were read, only the first save makes a backup, so that the
-    // backup stays the user's file.
+    // After a load that failed before the user's values were read, or that could not put a good backup back, only the
+    // first save makes a backup, so that the backup stays the user's file.
     bool loadFailed = false;
-    bool backupIsLeft = false; // a good one that could not be put back in the place of a damaged file
     bool backedUpSinceLoad = false;
 
     // The user's file as the preference set was looked for in it, so that one load parses it once.

@@ -1,6 +1,7 @@
 #include "PR_UserFile_p.h"
 
 #include "PR_PrefConstants.h"
+#include "PR_PrefItem.h"
 
 #include <QXmlStreamReader>
 
@@ -115,6 +116,12 @@ private:
     QDomNode m_node; // the innermost of them; null unless the current element has a DOM
     bool m_hasSet = false;
 };
+
+bool PR_UserFile::Element::loadInto(PR_PrefItem &item) const
+{
+    QDomDocument document;
+    return item.loadXml(dom.isNull() ? content.toDom(document) : dom);
+}
 
 PR_UserFile::PR_UserFile(QString const &path)
     : m_file(PR_XmlFile::read(path))

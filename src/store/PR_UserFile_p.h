@@ -8,6 +8,8 @@
 
 #include <vector>
 
+class PR_PrefItem;
+
 /*! A user's XML file, read: the elements below its root, and the preference set that it names. */
 class PR_UserFile {
 public:
@@ -15,6 +17,8 @@ public:
         PR_ItemElement content;
         /*! The whole element, where it holds more than the content tells, else null. */
         QDomElement dom;
+        /*! Offers the element to an item of any class; whether the item took it. */
+        bool loadInto(PR_PrefItem &item) const;
         /*! \name Where its tag ends
             The line from 1; the number of characters before the end in that line. */
         /*!\{*/
