@@ -15,8 +15,11 @@ struct HostReport {
     QString context; /*!< Scope name; empty for a message built from a source text. */
     QString source; /*!< English text, markers unfilled; empty for a message built from a context. */
     QString text; /*!< Translated and filled in. */
-    int action = 0; /*!< How to show it: an MSG_Scope::Action value. */
-    int errorType = 0; /*!< An ErrorCode::Type value; 0 for a message built from a source text. */
+    /*! How to show it, an MSG_Scope::Action: 0 a notice, 2 an error, 4 a change that was refused, 5 for the log alone.
+     */
+    int action = 0;
+    /*! The kind of error, an ErrorCode::Type, of which the library uses 0 (none) alone. */
+    int errorType = 0;
 };
 
 /*! What a host, or a test, tells the base services.
@@ -25,8 +28,13 @@ struct HostReport {
     synchronised: used from the thread that uses the stores. The functions must not throw. */
 class BRIVANT_BASE_EXPORT HostPlatform {
 public:
+    /*! What the product was started as: the words "full", "paint" and "scan" of definitions. */
+    enum Mode : int { FullMode = 0, PaintMode = 2, ScanMode = 3 };
+    /*! The language in which Panovia's own terms for sheets are locked on. */
+    static constexpr int TermStyleLanguage = 4;
+
     /*! The one instance; lives as long as the process. */
-    static HostPlatform &current();
+    [[nodiscard]] static HostPlatform &current();
 
     /*! Folder that holds "resources"; when empty, the one that was built or installed with the library. */
     QString installFolder;
@@ -39,13 +47,17 @@ public:
     QStringList featureKeywords; /*!< Those that hold: what the attribute "feature" of definitions asks for. */
     bool hasMorphing = false; /*!< Without it, definitions whose key contains MORPH are passed over. */
     bool hasPanoviaPreferenceUI = false; /*!< Chooses Panovia's definition files and preference sets. */
-    bool appIsPanovia = false; /*!< The product is Panovia; with languageID 4 its sheet terms are locked on. */
-    int mode = 0; /*!< 2 paint, 3 scan, any other full. */
-    int languageID = 0; /*!< Of the user interface; the library tells only 4 from the others. */
+    bool appIsPanovia = false; /*!< The product is Panovia. */
+    int mode = FullMode; /*!< A Mode; any other number counts as FullMode. */
+    int languageID = 0; /*!< The language of the user interface; TermStyleLanguage matters to the library. */
 
     /*! Available fonts; when not set, the system's families if a QGuiApplication exists, else none. */
     std::optional<QStringList> fonts;
     unsigned int defaultFontId = 0; /*!< Index in the list of fonts. */
+
+    /*! Loads write nothing: a damaged file stays as it is, and its backup is read where it stands. For processes that
+        only look. */
+    bool readOnly = false;
 
     /*! Receives each report once; when empty, reports go to the logging category "brivant.preference". */
     std::function<void(HostReport const &)> report;

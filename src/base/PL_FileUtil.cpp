@@ -29,7 +29,7 @@ bool rename(QString const &from, QString const &to)
     return !code;
 }
 
-// The file that a path names once all links are followed, also when it does not exist; empty for a circle of links.
+// The file that a path names once all links are followed, also when it does not exist; empty for a symlink loop.
 QString linkTarget(QString path)
 {
     for (int links = 0; links < 40; ++links) {
@@ -55,24 +55,26 @@ QString backupOf(QString const &path)
     return path + QLatin1Char('~');
 }
 
-// Syncs a file or a folder.
+// Syncs a file or a folder; false when the disk refuses. Some folders cannot be opened, and some file systems sync
+// none.
 bool syncToDisk(QString const &path)
 {
 #ifdef Q_OS_UNIX
     int const descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    bool const synced = descriptor >= 0 && fsync(descriptor) == 0;
-    if (descriptor >= 0)
-        close(descriptor);
-    return synced;
+    if (descriptor < 0)
+        return true;
+    bool const isSynced = fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+    close(descriptor);
+    return isSynced;
 #else
     Q_UNUSED(path)
     return true;
 #endif
 }
 
-void syncFolderOf(QString const &path)
+bool syncFolderOf(QString const &path)
 {
-    syncToDisk(QFileInfo(path).path());
+    return syncToDisk(QFileInfo(path).path());
 }
 
 // Puts a second name of the same file in the place of a file.
@@ -92,7 +94,7 @@ bool replaceByLink(QString const &file, QString const &path)
 }
 
 // Puts a copy in the place of a file, whose permission bits stay.
-bool replaceByCopy(QString const &file, QString const &path)
+bool replaceByCopy(QString const &file, QString const &path, bool *isSynced = nullptr)
 {
     QString const temporary = newFileOf(path);
     QFile::remove(temporary); // left by a dead process, it may be a link to anything
@@ -101,9 +103,13 @@ bool replaceByCopy(QString const &file, QString const &path)
     auto const takesAttributesOf = [&temporary](QString const &other) {
         return PL_FileUtil::CopyAttributes(PL_FileSpec(UT_String(other)), PL_FileSpec(UT_String(temporary)));
     };
-    if (!code && (takesAttributesOf(path) || takesAttributesOf(file)) && syncToDisk(temporary)
-        && rename(temporary, path))
-        return true;
+    if (!code && (takesAttributesOf(path) || takesAttributesOf(file))) {
+        bool const synced = syncToDisk(temporary);
+        if (isSynced)
+            *isSynced = synced;
+        if (synced && rename(temporary, path))
+            return true;
+    }
     QFile::remove(temporary);
     return false;
 }
@@ -142,8 +148,8 @@ bool isFirstTime(QString const &path)
     return known.size() > before;
 }
 
-// Removes the new files of a file and of what is kept beside it that dead processes left.
-void removeLeftNewFiles(QString const &path)
+// Removes the stale new files of a file and of what is kept beside it.
+void removeStaleNewFiles(QString const &path)
 {
     static QRegularExpression const tail(QStringLiteral("^(?:~|\\.bad)?\\.([1-9][0-9]*)\\.new$"));
     QFileInfo const target(path);
@@ -175,12 +181,13 @@ PL_FileSpec PL_FileUtil::BackupFileSpec(PL_FileSpec const &spec)
     return PL_FileSpec(UT_String(backupOf(target.isEmpty() ? path : target)));
 }
 
-bool PL_FileUtil::BackupFile(PL_FileSpec const &spec)
+bool PL_FileUtil::BackupFile(PL_FileSpec const &spec, bool *isSynced)
 {
     QString const target = linkTarget(spec.GetFilePath().ToQString());
     QFileInfo const info(target);
     return !info.exists()
-        || (info.isFile() && (replaceByLink(target, backupOf(target)) || replaceByCopy(target, backupOf(target))));
+        || (info.isFile()
+            && (replaceByLink(target, backupOf(target)) || replaceByCopy(target, backupOf(target), isSynced)));
 }
 
 bool PL_FileUtil::RenameNewFile(PL_FileSpec const &spec)
@@ -192,10 +199,9 @@ bool PL_FileUtil::RenameNewFile(PL_FileSpec const &spec)
         QFile::remove(newFileOf(target));
         return false;
     }
-    syncFolderOf(target);
     if (isFirstTime(target))
-        removeLeftNewFiles(target);
-    return true;
+        removeStaleNewFiles(target);
+    return syncFolderOf(target);
 }
 
 bool PL_FileUtil::RestoreBackupFile(PL_FileSpec const &spec, bool keepDamaged)
@@ -206,10 +212,10 @@ bool PL_FileUtil::RestoreBackupFile(PL_FileSpec const &spec, bool keepDamaged)
     if (keepDamaged)
         KeepDamagedFile(spec);
     QString const backup = backupOf(target);
-    bool const restored = QFileInfo(backup).isFile() && replaceByCopyOrLink(backup, target);
-    if (restored)
-        syncFolderOf(target);
-    return restored;
+    bool const isRestored = QFileInfo(backup).isFile() && replaceByCopyOrLink(backup, target);
+    if (isRestored)
+        (void)syncFolderOf(target); // the backup is there all the same
+    return isRestored;
 }
 
 bool PL_FileUtil::CopyAttributes(PL_FileSpec const &from, PL_FileSpec const &to)

@@ -11,15 +11,15 @@
 class BRIVANT_BASE_EXPORT PL_FileUtil {
 public:
     /*! The file to write in place of \a spec: "F.<process id>.new", so that two processes never write into one. For a
-        chain of links that never ends it is \a spec itself, which cannot be opened. */
-    static PL_FileSpec NewFileSpec(PL_FileSpec const &spec);
+        symlink loop it is \a spec itself, which cannot be opened. */
+    [[nodiscard]] static PL_FileSpec NewFileSpec(PL_FileSpec const &spec);
     /*! The backup of \a spec, "F~". */
-    static PL_FileSpec BackupFileSpec(PL_FileSpec const &spec);
+    [[nodiscard]] static PL_FileSpec BackupFileSpec(PL_FileSpec const &spec);
     /*! Makes the present file the backup, without a moment in which either is missing; true also when there is no
-        file yet. */
-    static bool BackupFile(PL_FileSpec const &spec);
-    /*! Puts the new file in the place of \a spec and syncs the folder. On failure the new file is removed. The
-        first time in a process, removes new files that dead processes left behind. */
+        file yet. \a isSynced, where given, becomes false when the disk refused to sync the backup. */
+    static bool BackupFile(PL_FileSpec const &spec, bool *isSynced = nullptr);
+    /*! Puts the new file in the place of \a spec and syncs the folder; false when either fails. A new file that could
+        not be put there is removed. The first time in a process, removes stale new files of dead processes. */
     static bool RenameNewFile(PL_FileSpec const &spec);
     /*! Replaces the file by a copy of its backup; false when there is none. With \a keepDamaged the replaced file is
         first kept as KeepDamagedFile() does. */

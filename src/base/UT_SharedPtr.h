@@ -1,6 +1,7 @@
 #ifndef UT_SHAREDPTR_H
 #define UT_SHAREDPTR_H
 
+#include <type_traits>
 #include <utility>
 
 /*! Base of objects that count their references. Counting is not atomic. */
@@ -14,7 +15,7 @@ public:
     virtual ~UT_ShareBase() = default;
 
     /*! Number of UT_SharedPtr that refer to this object. */
-    int refCount() const { return m_refCount; }
+    [[nodiscard]] int refCount() const { return m_refCount; }
 
 private:
     template <class T> friend class UT_SharedPtr;
@@ -39,6 +40,12 @@ public:
         : UT_SharedPtr(other.m_object)
     {
     }
+    /*! Shares the object of a pointer to a derived class. */
+    template <class Derived, class = std::enable_if_t<std::is_convertible_v<Derived *, T *>>>
+    UT_SharedPtr(UT_SharedPtr<Derived> const &other)
+        : UT_SharedPtr(other.get())
+    {
+    }
     /*! Takes the reference over; \a other refers to nothing then. */
     UT_SharedPtr(UT_SharedPtr &&other) noexcept
         : m_object(std::exchange(other.m_object, nullptr))
@@ -60,17 +67,25 @@ public:
     /*! \name Access
         The object is null for a reference to nothing. */
     /*!\{*/
-    T *get() const { return m_object; } /*!< The object or null. */
+    [[nodiscard]] T *get() const { return m_object; } /*!< The object or null. */
     T *operator->() const { return m_object; } /*!< Not for null. */
     T &operator*() const { return *m_object; } /*!< Not for null. */
-    bool isNull() const { return !m_object; } /*!< Whether it refers to nothing. */
+    [[nodiscard]] bool isNull() const { return !m_object; } /*!< Whether it refers to nothing. */
     explicit operator bool() const { return m_object; } /*!< Whether it refers to an object. */
     /*!\}*/
 
-    /*! Whether both refer to the same object. */
+    /*! \name Comparison
+        Whether both are the same object, or none. A plain pointer is only looked at, never shared. */
+    /*!\{*/
+    /*! Whether two references are equal. */
     friend bool operator==(UT_SharedPtr const &a, UT_SharedPtr const &b) { return a.m_object == b.m_object; }
-    /*! The opposite. */
+    friend bool operator==(UT_SharedPtr const &a, T const *b) { return a.m_object == b; } /*!< The same. */
+    friend bool operator==(T const *a, UT_SharedPtr const &b) { return a == b.m_object; } /*!< The same. */
+    /*! Whether two references differ. */
     friend bool operator!=(UT_SharedPtr const &a, UT_SharedPtr const &b) { return a.m_object != b.m_object; }
+    friend bool operator!=(UT_SharedPtr const &a, T const *b) { return a.m_object != b; } /*!< The same. */
+    friend bool operator!=(T const *a, UT_SharedPtr const &b) { return a != b.m_object; } /*!< The same. */
+    /*!\}*/
 
 private:
     T *m_object = nullptr;

@@ -15,7 +15,9 @@ public:
     }
 
     /*! The same text for Qt. */
-    QString ToQString() const { return m_text; }
+    [[nodiscard]] QString ToQString() const { return m_text; }
+    /*! Whether there is no character in it. */
+    [[nodiscard]] bool isEmpty() const { return m_text.isEmpty(); }
 
 private:
     QString m_text;

@@ -15,9 +15,9 @@ bool tufile::fileExists(QString const &path)
 {
     if (path.isEmpty())
         return false;
-    // A disk that fails to answer does not mean that there is no file: whoever took it so would replace it.
     std::error_code code;
-    return fs::status(nativePath(path), code).type() != fs::file_type::not_found;
+    fs::file_type const type = fs::status(nativePath(path), code).type();
+    return type != fs::file_type::not_found && code != std::errc::filename_too_long;
 }
 
 QString tufile::whyNotReadable(QString const &path)

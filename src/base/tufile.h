@@ -9,8 +9,9 @@ class MSG_Text;
 
 /*! Helpers for files and folders. */
 namespace tufile {
-/*! True when something stands at \a path, a folder included; a link that leads nowhere does not count,
-    a place at which the disk fails to answer does. */
+/*! True when something stands at \a path, a folder included; a link that leads nowhere does not count, nor does a name
+    or path that is too long to exist. Where it cannot be known (a symlink loop, a folder without access, a disk error)
+    the answer is true: nothing may be overwritten unread. */
 BRIVANT_BASE_EXPORT bool fileExists(QString const &path);
 
 /*! Why a file cannot be read whole: it is missing, no regular file (a pipe may never end) or larger than 256 MB, which

@@ -115,10 +115,15 @@ TEST_F(FileTest, RemovingALinkKeepsWhatItNames)
     link(u"dangling"_s, u"nowhere"_s);
     writeFile(u"tree/a/file"_s, "x");
     link(u"tree/a/link"_s, path(u"target"_s));
+    link(u"loop"_s, u"loop"_s);
+    EXPECT_TRUE(tufile::fileExists(path(u"loop"_s))) << "it cannot be known";
+    for (QString const &name : { QString(300, u'x'), QString(QString(5000, u'x').replace(u"xx"_s, u"x/"_s)) })
+        EXPECT_FALSE(tufile::fileExists(path(name))) << "too long to exist";
     struct {
         QString name;
         bool exists;
-    } const table[] = { { u"link"_s, true }, { u"dangling"_s, false }, { u"tree"_s, true }, { u"missing"_s, false } };
+    } const table[] = { { u"link"_s, true }, { u"loop"_s, true }, { u"dangling"_s, false }, { u"tree"_s, true },
+        { u"missing"_s, false } };
     for (auto const &row : table) {
         EXPECT_EQ(tufile::fileExists(path(row.name)), row.exists) << row.name;
         EXPECT_TRUE(tufile::rmIfExists(path(row.name))) << row.name;

@@ -87,6 +87,9 @@ TEST_F(ServicesTest, TheLastReferenceDeletes)
         third = *&third;
         EXPECT_EQ(first->refCount(), 2);
         EXPECT_TRUE(third == first);
+        UT_SharedPtr<UT_ShareBase> const base(third);
+        EXPECT_EQ(first->refCount(), 3);
+        EXPECT_TRUE(base == third);
         EXPECT_EQ(UT_ShareBase(*first).refCount(), 0);
         UT_ShareBase other;
         other = *first;
@@ -95,7 +98,10 @@ TEST_F(ServicesTest, TheLastReferenceDeletes)
     EXPECT_EQ(deleted, 0);
     first = UT_SharedPtr<Counted>(new Counted(deleted));
     EXPECT_EQ(deleted, 1);
+    auto const unshared = std::make_unique<Counted>(deleted);
+    EXPECT_TRUE(first != unshared.get() && unshared.get() != first && first == first.get());
+    EXPECT_EQ(deleted, 1) << "a comparison shares nothing";
     first = {};
     EXPECT_EQ(deleted, 2);
-    EXPECT_FALSE(first);
+    EXPECT_TRUE(!first && first == nullptr);
 }
