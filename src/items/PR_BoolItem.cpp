@@ -13,6 +13,8 @@ PR_BoolItem::PR_BoolItem(Category category, QString const &key, QDomElement cons
 {
 }
 
+PR_BoolItem::~PR_BoolItem() = default;
+
 bool PR_BoolItem::readElement(PR_ItemElement const &element, bool &value) const
 {
     value = element.value() == QLatin1String("Y");

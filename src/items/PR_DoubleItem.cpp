@@ -14,6 +14,8 @@ PR_DoubleItem::PR_DoubleItem(Category category, QString const &key, QDomElement 
     m_percentage = definition.attribute(QStringLiteral("percentage")) == QLatin1String("true");
 }
 
+PR_DoubleItem::~PR_DoubleItem() = default;
+
 void PR_DoubleItem::copy(PR_PrefItem *other)
 {
     PR_TypedItem::copy(other);

@@ -3,9 +3,6 @@
 
 #include "PR_TypedItem.h"
 
-class BRIVANT_PREFERENCE_EXPORT PR_DoubleItem; // exported here already: the template takes its visibility from it
-extern template class PR_TypedItem<PR_DoubleItem, double>;
-
 /*! A real number. The user's file keeps six significant digits. */
 class BRIVANT_PREFERENCE_EXPORT PR_DoubleItem : public PR_TypedItem<PR_DoubleItem, double> {
 public:
@@ -13,14 +10,12 @@ public:
     PR_DoubleItem(Category category, QString const &key, double value);
     /*! From a definition: "value" (0.0 when it is no number) and "percentage". */
     PR_DoubleItem(Category category, QString const &key, QDomElement const &definition);
+    ~PR_DoubleItem() override;
 
     void copy(PR_PrefItem *other) override;
 
     /*! Whether an editor shows the value, a fraction, as a percentage; changes no conversion. */
-    bool percentage() const { return m_percentage; }
-
-    /*! The element that saveXml() appends, apart from a document. */
-    PR_ItemElement element() const;
+    [[nodiscard]] bool percentage() const { return m_percentage; }
 
     /*! Makes \a value the user's value; true only when it changed, as NaN always does. A locked item reports and
         refuses. */
@@ -29,6 +24,7 @@ public:
 private:
     friend class PR_TypedItem<PR_DoubleItem, double>;
 
+    PR_ItemElement element() const;
     bool readElement(PR_ItemElement const &element, double &value) const;
     bool readToken(TULex &lex, double &value) const;
     QString asString(double value) const;

@@ -18,6 +18,18 @@ PR_EnumItem::PR_EnumItem(Category category, QString const &key, QDomElement cons
 {
 }
 
+PR_EnumItem &PR_EnumItem::operator=(PR_EnumItem const &other)
+{
+    if (this != &other) {
+        PR_PrefItem::operator=(other);
+        // Virtual: through a reference to this class, a font must not share the table that the other will free.
+        copy(const_cast<PR_EnumItem *>(&other));
+    }
+    return *this;
+}
+
+PR_EnumItem::~PR_EnumItem() = default;
+
 void PR_EnumItem::copy(PR_PrefItem *other)
 {
     PR_TypedItem::copy(other);
@@ -25,15 +37,6 @@ void PR_EnumItem::copy(PR_PrefItem *other)
     m_nameCount = item->m_nameCount;
     m_nameTable = item->m_nameTable;
     m_displayNames = item->m_displayNames;
-    m_nameRead = item->m_nameRead;
-}
-
-bool PR_EnumItem::setValue(int value)
-{
-    bool const changed = changeValue(value);
-    if (changed)
-        m_nameRead.clear();
-    return changed;
 }
 
 QString PR_EnumItem::valueAsDisplayString() const
@@ -60,6 +63,16 @@ QString PR_EnumItem::asDisplayString(int index) const
     return isChoice(index) ? m_displayNames.value(index) : QString();
 }
 
+int PR_EnumItem::index(QString const &name) const
+{
+    return qMax(0, findChoice(name));
+}
+
+int PR_EnumItem::indexDisplay(QString const &name) const
+{
+    return qMax(0, findDisplayChoice(name));
+}
+
 int PR_EnumItem::findChoice(QString const &name) const
 {
     QString const wanted = name.toUpper();
@@ -70,34 +83,25 @@ int PR_EnumItem::findChoice(QString const &name) const
     return -1;
 }
 
-int PR_EnumItem::index(QString const &name) const
+int PR_EnumItem::findDisplayChoice(QString const &name) const
 {
-    return qMax(0, findChoice(name));
+    return int(m_displayNames.indexOf(name));
 }
 
-int PR_EnumItem::indexDisplay(QString const &name) const
+bool PR_EnumItem::readElement(PR_ItemElement const &element, int &value) const
 {
-    return qMax(0, int(m_displayNames.indexOf(name)));
-}
-
-bool PR_EnumItem::readElement(PR_ItemElement const &element, int &value)
-{
-    m_nameRead = element.attribute(kValue);
-    value = index(m_nameRead);
+    value = index(element.attribute(kValue));
     return true;
 }
 
-bool PR_EnumItem::readToken(TULex &lex, int &value)
+bool PR_EnumItem::readToken(TULex &lex, int &value) const
 {
-    m_nameRead = lex;
-    value = index(m_nameRead);
+    value = index(lex);
     lex.get(false);
     return true;
 }
 
 PR_ItemElement PR_EnumItem::element() const
 {
-    // Without choices the name could not be looked up: a process without fonts must not lose the user's font.
-    bool const keepsName = m_nameCount == 0 && !m_nameRead.isEmpty() && getOrigin() == OriginUser;
-    return PR_ItemElement::of(getTag(), getKey(), keepsName ? m_nameRead : valueAsString());
+    return PR_ItemElement::of(getTag(), getKey(), valueAsString());
 }

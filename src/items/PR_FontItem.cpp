@@ -6,6 +6,35 @@
 #include <QDomElement>
 
 #include <cstring>
+#include <memory>
+
+namespace {
+// Machine names, each allocated by itself.
+struct FreeNames {
+    size_t count = 0;
+
+    void operator()(char const *const *names) const
+    {
+        for (size_t i = 0; i < count; ++i)
+            delete[] names[i];
+        delete[] names;
+    }
+};
+using Names = std::unique_ptr<char const *const[], FreeNames>;
+
+Names namesOf(QStringList const &fonts)
+{
+    auto const count = size_t(fonts.size());
+    auto *const table = new char const *[count]();
+    Names names(table, FreeNames{ count });
+    for (size_t i = 0; i < count; ++i) {
+        QByteArray const name = fonts[qsizetype(i)].toLower().toUtf8();
+        auto const size = size_t(name.size()) + 1;
+        table[i] = static_cast<char const *>(std::memcpy(new char[size], name.constData(), size));
+    }
+    return names;
+}
+} // namespace
 
 PR_FontItem::PR_FontItem(Category category, QString const &key, QString const &fontName)
     : PR_EnumItem(category, key, QStringLiteral("font"))
@@ -21,22 +50,12 @@ PR_FontItem::PR_FontItem(Category category, QString const &key, QDomElement cons
 PR_FontItem::PR_FontItem(PR_FontItem const &other)
     : PR_EnumItem(other)
 {
-    buildNameTable();
-}
-
-PR_FontItem &PR_FontItem::operator=(PR_FontItem const &other)
-{
-    if (this != &other) {
-        freeNameTable();
-        PR_EnumItem::operator=(other);
-        buildNameTable();
-    }
-    return *this;
+    m_nameTable = namesOf(m_displayNames).release();
 }
 
 PR_FontItem::~PR_FontItem()
 {
-    freeNameTable();
+    FreeNames{ size_t(m_nameCount) }(m_nameTable);
 }
 
 PR_PrefItem *PR_FontItem::clone()
@@ -46,11 +65,14 @@ PR_PrefItem *PR_FontItem::clone()
 
 void PR_FontItem::copy(PR_PrefItem *other)
 {
-    if (this != other) {
-        freeNameTable();
-        PR_EnumItem::copy(other);
-        buildNameTable();
-    }
+    if (this == other)
+        return;
+    QStringList const fonts = static_cast<PR_EnumItem *>(other)->EnumNameList();
+    Names names = namesOf(fonts);
+    Names const replaced(m_nameTable, FreeNames{ size_t(m_nameCount) });
+    PR_EnumItem::copy(other);
+    m_nameTable = names.release();
+    m_nameCount = quint64(fonts.size());
 }
 
 QString PR_FontItem::fontName()
@@ -63,31 +85,12 @@ void PR_FontItem::init(QString const &fontName)
     FM_FontManager const &manager = FM_FontManager::instance();
     for (FM_FontManager::FontDesc const &font : manager.getAvailableFonts())
         m_displayNames.append(font.name.ToQString());
-    buildNameTable();
+    Names names = namesOf(m_displayNames);
+    m_nameTable = names.get();
+    m_nameCount = quint64(m_displayNames.size());
 
     int const named = findChoice(fontName);
     m_default = named >= 0 ? named : int(manager.getDefaultFontId());
     m_value = m_default;
-}
-
-// Each item has a table of its own: the enumeration item shares the pointer when it is copied.
-void PR_FontItem::buildNameTable()
-{
-    m_nameTable = nullptr;
-    m_nameCount = quint64(m_displayNames.size());
-    m_nameTable = new char *[m_nameCount]();
-    for (quint64 i = 0; i < m_nameCount; ++i) {
-        QByteArray const name = m_displayNames[qsizetype(i)].toLower().toUtf8();
-        m_nameTable[i] = new char[size_t(name.size()) + 1];
-        std::memcpy(m_nameTable[i], name.constData(), size_t(name.size()) + 1);
-    }
-}
-
-void PR_FontItem::freeNameTable()
-{
-    for (quint64 i = 0; i < m_nameCount; ++i)
-        delete[] m_nameTable[i];
-    delete[] m_nameTable;
-    m_nameTable = nullptr;
-    m_nameCount = 0;
+    names.release(); // nothing can fail any more
 }

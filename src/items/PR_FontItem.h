@@ -14,19 +14,17 @@ public:
     /*!\{*/
     /*! With a list of fonts of its own. */
     PR_FontItem(PR_FontItem const &other);
-    PR_FontItem &operator=(PR_FontItem const &other); /*!< The same. */
+    PR_FontItem &operator=(PR_FontItem const &other) = default; /*!< The same. */
     /*!\}*/
 
     ~PR_FontItem() override;
     PR_PrefItem *clone() override;
     void copy(PR_PrefItem *other) override;
     /*! The name of the chosen font; empty when the choice is none of the fonts. */
-    virtual QString fontName();
+    [[nodiscard]] virtual QString fontName();
 
 private:
     void init(QString const &fontName);
-    void buildNameTable();
-    void freeNameTable();
 };
 
 #endif

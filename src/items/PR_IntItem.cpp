@@ -26,6 +26,8 @@ PR_IntItem::PR_IntItem(Category category, QString const &key, QDomElement const 
 {
 }
 
+PR_IntItem::~PR_IntItem() = default;
+
 void PR_IntItem::copy(PR_PrefItem *other)
 {
     PR_TypedItem::copy(other);

@@ -3,9 +3,6 @@
 
 #include "PR_TypedItem.h"
 
-class BRIVANT_PREFERENCE_EXPORT PR_IntItem; // exported here already: the template takes its visibility from it
-extern template class PR_TypedItem<PR_IntItem, int>;
-
 /*! An integer preference. The range is what an editor offers; no operation tests it. */
 class BRIVANT_PREFERENCE_EXPORT PR_IntItem : public PR_TypedItem<PR_IntItem, int> {
 public:
@@ -14,14 +11,12 @@ public:
     /*! From a definition: "value", "min" and "max"; a text that is no number counts as 0, a missing end of the range
         as that of the type. */
     PR_IntItem(Category category, QString const &key, QDomElement const &definition);
+    ~PR_IntItem() override;
 
     void copy(PR_PrefItem *other) override;
 
-    int minValue() const { return m_minimum; } /*!< Least value of the range. */
-    int maxValue() const { return m_maximum; } /*!< Greatest value of the range. */
-
-    /*! The element that saveXml() appends, apart from a document. */
-    PR_ItemElement element() const;
+    [[nodiscard]] int minValue() const { return m_minimum; } /*!< The least value of the range. */
+    [[nodiscard]] int maxValue() const { return m_maximum; } /*!< The greatest value of the range. */
 
     /*! Makes \a value the user's value; true only when it changed. A locked item reports and refuses. */
     bool setValue(int value) { return changeValue(value); }
@@ -31,6 +26,7 @@ public:
 private:
     friend class PR_TypedItem<PR_IntItem, int>;
 
+    PR_ItemElement element() const;
     bool readElement(PR_ItemElement const &element, int &value) const;
     bool readToken(TULex &lex, int &value) const;
     QString asString(int value) const;

@@ -14,17 +14,12 @@ class QDomElement;
 struct PR_ItemElement {
     using Attribute = std::pair<QString, QString>;
 
-    /*! The element \a tag of the item \a id. A tag that is no ASCII name gives "string": the value comes back under its
-        key whatever the element's name. Characters that XML cannot hold are dropped. */
+    /*! The element \a tag of the item \a id. */
     static PR_ItemElement of(QString const &tag, QString const &id);
-    /*! The same, with a value: in the attribute "value" or, with \a asCdata, in the "cdata" form, unless a reader of
-        that would not get it back. Characters that XML cannot hold are dropped. */
+    /*! The same, with a value: in the attribute "value" or, with \a asCdata, in the "cdata" form. */
     static PR_ItemElement of(QString const &tag, QString const &id, QString const &value, bool asCdata = false);
-    /*! What an element of a document says, as it stands; further children of it are left out. */
+    /*! What an element of a document says; children of it but a leading CDATA section are left out. */
     static PR_ItemElement of(QDomElement const &dom);
-
-    /*! The text without control characters, lone surrogates, U+FFFE and U+FFFF. */
-    static QString xmlText(QString const &text);
 
     /*! The same as an element of a document, which has no place in it yet. */
     QDomElement toDom(QDomDocument &document) const;
@@ -41,10 +36,22 @@ struct PR_ItemElement {
     Attribute const *find(QString const &name) const;
 
     QString tag;
-    QString id;
+    QString id; /*!< Null when there is no such attribute. */
     QVarLengthArray<Attribute, 4> attributes;
     bool hasCdata = false; /*!< Whether the first child is a CDATA section. */
     QString cdata;
+};
+
+/*! How the store loads and saves the library's own items without a document. */
+class PR_ItemElementAccess {
+public:
+    /*! As loadXml() of the item. */
+    template <class Item> static bool load(Item &item, PR_ItemElement const &element)
+    {
+        return item.loadElement(element);
+    }
+    /*! The element that saveXml() of the item appends. */
+    template <class Item> static PR_ItemElement of(Item const &item) { return item.toElement(); }
 };
 
 #endif

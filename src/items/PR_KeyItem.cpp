@@ -32,6 +32,8 @@ PR_KeyItem::PR_KeyItem(Category category, QString const &key, QDomElement const 
 {
 }
 
+PR_KeyItem::~PR_KeyItem() = default;
+
 PR_PrefItem::Type PR_KeyItem::getType() const
 {
     return Shortcut;

@@ -5,9 +5,6 @@
 
 #include <QKeySequence>
 
-class BRIVANT_PREFERENCE_EXPORT PR_KeyItem; // exported here already: the template takes its visibility from it
-extern template class PR_TypedItem<PR_KeyItem, QKeySequence>;
-
 /*! A keyboard shortcut: a single key, possibly with modifiers; an empty sequence is no shortcut. */
 class BRIVANT_PREFERENCE_EXPORT PR_KeyItem : public PR_TypedItem<PR_KeyItem, QKeySequence> {
 public:
@@ -17,12 +14,10 @@ public:
     PR_KeyItem(Category category, QString const &key, int code);
     /*! From a definition: "value". */
     PR_KeyItem(Category category, QString const &key, QDomElement const &definition);
+    ~PR_KeyItem() override;
 
     /*! Shortcut. */
     Type getType() const override;
-
-    /*! The element that saveXml() appends, apart from a document. */
-    PR_ItemElement element() const;
 
     /*! Makes the key \a code the user's shortcut; true only when it changed. A locked item reports and refuses. */
     bool setValue(int code);
@@ -35,6 +30,7 @@ private:
     friend class PR_TypedItem<PR_KeyItem, QKeySequence>;
 
     static QKeySequence parse(QString const &text);
+    PR_ItemElement element() const;
     bool readElement(PR_ItemElement const &element, QKeySequence &shortcut) const;
     bool readToken(TULex &lex, QKeySequence &shortcut) const;
     QString asString(QKeySequence const &shortcut) const;

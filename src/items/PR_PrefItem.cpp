@@ -37,6 +37,8 @@ CategoryText const categoryTexts[] = {
 };
 } // namespace
 
+// The order of the members puts what a read or write by key looks at, the key and the origin, next to the value of the
+// derived class: together in one cache line.
 PR_PrefItem::PR_PrefItem(Category category, QString const &key, QString const &tag)
     : m_tag(tag)
     , m_shortDescription(QStringLiteral(QT_TRANSLATE_NOOP("PR_PrefItem", "No short description available")))

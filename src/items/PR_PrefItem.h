@@ -101,8 +101,9 @@ public:
     /*! Replaces the help text. */
     void setLongDescription(QString text);
 
-    /*! True when the key equals \a key. */
+    /*! Whether the key equals \a key. */
     bool operator==(QString &key) const { return m_key == key; }
+    bool operator==(QString const &key) const { return m_key == key; } /*!< The same. */
 
     /*! Whether the item is locked; with \a report, a lock is reported to the user. */
     bool hasFacilityOverride(bool report) const;
@@ -127,7 +128,6 @@ private:
     QString m_tag;
     QString m_shortDescription;
     QString m_longDescription;
-    // What a read or write by key looks at, next to the value of the derived class: together in one cache line.
     QString m_key;
     Category m_category;
     Origin m_origin;

@@ -10,8 +10,8 @@ class QString;
 /*! Writing and reading of one item element. */
 namespace PR_PrefUtil {
 /*! Appends an element \a tag for the item \a id to the root of \a document, which must have one. The value goes into
-    the attribute "value", with \a cdata into a CDATA child marked by the attribute "cdata". Characters that XML
-    cannot hold are dropped; a value that a CDATA section would not give back goes into "value" all the same. */
+    the attribute "value", with \a cdata into a CDATA child marked by the attribute "cdata". All texts are taken as they
+    are; what XML cannot hold is dropped where a store writes its file. */
 BRIVANT_PREFERENCE_EXPORT void addElement(
     QDomDocument *document, QString const &tag, QString const &id, QString const &value, bool cdata);
 

@@ -42,6 +42,8 @@ PR_RgbaItem::PR_RgbaItem(Category category, QString const &key, QDomElement cons
 {
 }
 
+PR_RgbaItem::~PR_RgbaItem() = default;
+
 PR_PrefItem::Type PR_RgbaItem::getType() const
 {
     return Color;

@@ -3,9 +3,6 @@
 
 #include "PR_TypedItem.h"
 
-class BRIVANT_PREFERENCE_EXPORT PR_RgbaItem; // exported here already: the template takes its visibility from it
-extern template class PR_TypedItem<PR_RgbaItem, unsigned int>;
-
 /*! A colour with transparency: alpha (255 opaque) in bits 31 to 24, then red, green and blue. */
 class BRIVANT_PREFERENCE_EXPORT PR_RgbaItem : public PR_TypedItem<PR_RgbaItem, unsigned int> {
 public:
@@ -14,22 +11,21 @@ public:
     /*! From a definition: "red", "green", "blue" and "alpha", opaque without alpha. Numbers wrap modulo 256; a text
        that is no number counts as 0. */
     PR_RgbaItem(Category category, QString const &key, QDomElement const &definition);
+    ~PR_RgbaItem() override;
 
     /*! Color. */
     Type getType() const override;
-
-    /*! The element that saveXml() appends, apart from a document. */
-    PR_ItemElement element() const;
 
     /*! Makes \a color the user's colour; true only when it changed. A locked item reports and refuses. */
     bool setValue(unsigned int color) { return changeValue(color); }
 
     /*! The colour word of four channels, each reduced modulo 256. */
-    static unsigned int pack(int red, int green, int blue, int alpha);
+    [[nodiscard]] static unsigned int pack(int red, int green, int blue, int alpha);
 
 private:
     friend class PR_TypedItem<PR_RgbaItem, unsigned int>;
 
+    PR_ItemElement element() const;
     bool readElement(PR_ItemElement const &element, unsigned int &color) const;
     bool readToken(TULex &lex, unsigned int &color) const;
     QString asString(unsigned int color) const;

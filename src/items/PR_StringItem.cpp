@@ -17,6 +17,8 @@ PR_StringItem::PR_StringItem(Category category, QString const &key, QDomElement 
 {
 }
 
+PR_StringItem::~PR_StringItem() = default;
+
 bool PR_StringItem::valueAsBool(bool &ok) const
 {
     QChar const first = m_value.isEmpty() ? QChar() : m_value.front().toLower();

@@ -3,9 +3,6 @@
 
 #include "PR_TypedItem.h"
 
-class BRIVANT_PREFERENCE_EXPORT PR_StringItem; // exported here already: the template takes its visibility from it
-extern template class PR_TypedItem<PR_StringItem, QString>;
-
 /*! A text; also the store's stand-in for keys whose type it does not know, hence the conversions. */
 class BRIVANT_PREFERENCE_EXPORT PR_StringItem : public PR_TypedItem<PR_StringItem, QString> {
 public:
@@ -13,9 +10,7 @@ public:
     PR_StringItem(Category category, QString const &key, QString text);
     /*! From a definition: "value". */
     PR_StringItem(Category category, QString const &key, QDomElement const &definition);
-
-    /*! The element that saveXml() appends, apart from a document. */
-    PR_ItemElement element() const;
+    ~PR_StringItem() override;
 
     /*! Makes \a text the user's text; true only when it changed. A locked item reports and refuses. */
     bool setValue(QString const &text) { return changeValue(text); }
@@ -36,6 +31,7 @@ public:
 private:
     friend class PR_TypedItem<PR_StringItem, QString>;
 
+    PR_ItemElement element() const;
     bool readElement(PR_ItemElement const &element, QString &text) const;
     bool readToken(TULex &lex, QString &text) const;
     QString asString(QString const &text) const { return text; }

@@ -5,14 +5,10 @@
 
 struct PR_ItemElement;
 
-/*! The rules that all items share for setting, loading, saving and copying a value of the type \a Value.
+/*! What the library's own items share: the rules for setting, loading, saving and copying a value of the type \a Value.
 
-    \a Item, the class derived from this one, says only what is particular to it; it has these members and makes this
-    class its friend:
-    - bool readElement(PR_ItemElement const &, Value &): the value of a user's element; false when it is none.
-    - bool readToken(TULex &, Value &): the value at the current token, and past it; false when it is none.
-    - PR_ItemElement element() const: the element of the current value.
-    - QString asString(Value) const: the text to show. */
+    It is a base of the library's item classes alone. An item class of a host derives from one of these or from
+    PR_PrefItem. */
 template <class Item, class Value> class BRIVANT_PREFERENCE_EXPORT PR_TypedItem : public PR_PrefItem {
 public:
     /*! \name The operations of PR_PrefItem */
@@ -29,15 +25,10 @@ public:
     QString defaultValueAsString() const override; /*!< \copydoc PR_PrefItem::defaultValueAsString */
     /*!\}*/
 
-    /*! loadXml() for an element apart from a document. */
-    bool loadElement(PR_ItemElement const &element);
-    /*! Whether saveXml() writes the item. */
-    bool isSaved(bool force) const { return force || getOrigin() == OriginUser; }
-
     /*! Valid until the item is deleted; shows every later change. */
-    Value const &value() const { return m_value; }
+    [[nodiscard]] Value const &value() const { return m_value; }
     /*! Valid until the item is deleted. */
-    Value const &defaultValue() const { return m_default; }
+    [[nodiscard]] Value const &defaultValue() const { return m_default; }
 
 protected:
     /*! \a value is both default and current value. */
@@ -56,6 +47,10 @@ protected:
     Value m_value; /*!< The current value. */
 
 private:
+    friend class PR_ItemElementAccess;
+
+    bool loadElement(PR_ItemElement const &element);
+    PR_ItemElement toElement() const;
     void takeUserValue(Value const &value);
     Item &item() { return static_cast<Item &>(*this); }
     Item const &item() const { return static_cast<Item const &>(*this); }

@@ -8,6 +8,13 @@
 
 #include <QDomDocument>
 
+// Each item class includes this in its source and instantiates PR_TypedItem there. It says only what is particular to
+// it:
+// - bool readElement(PR_ItemElement const &, Value &) const: the value of a user's element; false when it is none.
+// - bool readToken(TULex &, Value &) const: the value at the current token, and past it; false when it is none.
+// - PR_ItemElement element() const: the element of the current value.
+// - QString asString(Value) const: the text to show.
+
 template <class Item, class Value>
 PR_TypedItem<Item, Value>::PR_TypedItem(Category category, QString const &key, QString const &tag, Value const &value)
     : PR_PrefItem(category, key, tag)
@@ -30,6 +37,11 @@ template <class Item, class Value> bool PR_TypedItem<Item, Value>::loadElement(P
         return false;
     takeUserValue(value);
     return true;
+}
+
+template <class Item, class Value> PR_ItemElement PR_TypedItem<Item, Value>::toElement() const
+{
+    return item().element();
 }
 
 template <class Item, class Value> bool PR_TypedItem<Item, Value>::load(TULex &lex)
@@ -63,8 +75,8 @@ template <class Item, class Value> bool PR_TypedItem<Item, Value>::changeValue(V
 
 template <class Item, class Value> void PR_TypedItem<Item, Value>::saveXml(QDomDocument *document, bool force)
 {
-    if (isSaved(force))
-        item().element().appendTo(document);
+    if (force || getOrigin() == OriginUser)
+        toElement().appendTo(document);
 }
 
 template <class Item, class Value> void PR_TypedItem<Item, Value>::defaultInUser()

@@ -61,6 +61,7 @@ TEST_P(EveryItem, IsSavedOnceAUserSetIt)
 {
     Item const item = make();
     EXPECT_EQ(item->getType(), type.type);
+    EXPECT_TRUE(*item == QStringLiteral("KEY"));
     EXPECT_EQ(item->valueAsString(), type.defaultShown);
     EXPECT_FALSE(type.setDefault(*item)); // no change
     EXPECT_EQ(saved(*item), QString());

@@ -25,6 +25,19 @@ TEST_F(ItemElementTest, ValueOfAnElement)
     }
 }
 
+TEST_F(ItemElementTest, AnElementIsAddedAsItIs)
+{
+    QDomDocument document;
+    document.appendChild(document.createElement(kPref));
+    QString const odd = u"a]]>\r\n"_s + QChar(1);
+    for (bool const cdata : { false, true }) {
+        PR_PrefUtil::addElement(&document, u"größe"_s, odd, odd, cdata);
+        QDomElement const element = document.documentElement().lastChildElement();
+        EXPECT_EQ(describe(element),
+            cdata ? u"größe ["_s + odd + u"] cdata=true id="_s + odd : u"größe id="_s + odd + u" value="_s + odd);
+    }
+}
+
 TEST_F(ItemElementTest, CategoryTexts)
 {
     QString const texts = u"Internal,All,General,Drawing Mode,Sceneplanning,Node View,Exposure Sheet,Color Management,"

@@ -5,13 +5,13 @@
 #include "PR_PrefConstants.h"
 #include "TestSupport.h"
 
-/*! The element that a save of the item writes, read back from its text; null when nothing is written. */
+/*! The element that the item appends to a document; null when it appends none. */
 inline QDomElement savedElement(PR_PrefItem &item, bool force)
 {
     QDomDocument document;
     document.appendChild(document.createElement(kPref));
     item.saveXml(&document, force);
-    return xmlElement(document.toByteArray()).firstChildElement();
+    return document.documentElement().firstChildElement();
 }
 
 /*! An element in one line: tag, CDATA in brackets, attributes in the order of their names. */
@@ -46,10 +46,9 @@ public:
     TestEnumItem(Category category, QString const &key, QDomElement const &definition)
         : PR_EnumItem(category, key, definition)
     {
-        static QByteArray names[] = { "fast", "nice", "größe" };
-        static char *table[] = { names[0].data(), names[1].data(), names[2].data() };
-        m_nameTable = table;
-        m_nameCount = std::size(table);
+        static char const *const names[] = { "fast", "nice", "größe" };
+        m_nameTable = names;
+        m_nameCount = std::size(names);
         m_displayNames = { QStringLiteral("Fast"), QStringLiteral("Nice"), QStringLiteral("Größe") };
     }
 };
