@@ -66,6 +66,7 @@ void CacheVerbs::scenes(Call const &call)
         call.out << ValueText::escaped(scene.key) << '\t'
                  << (scene.lastUse.isValid() ? scene.lastUse.toString(Qt::ISODate) : u"unknown"_s) << '\t'
                  << (scene.hasFolder ? "cache"_L1 : "no cache"_L1) << '\t'
-                 << (scene.isLeaving ? "goes next"_L1 : "stays"_L1) << '\t' << ValueText::escaped(scene.folder) << '\n';
+                 << (scene.willBeForgotten ? "goes next"_L1 : "stays"_L1) << '\t' << ValueText::escaped(scene.folder)
+                 << '\n';
     }
 }

@@ -11,36 +11,28 @@
 #include "PR_StringItem.h"
 #include "PR_UndefinedItem_p.h"
 
+#include "PL_FileUtil.h"
 #include "oswRemapPath.h"
 
 #include <QCommandLineParser>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-// A store that loads nothing: it only knows its paths.
-class PathsOnly final : public PR_Preference {
-public:
-    explicit PathsOnly(QCommandLineParser const &options)
-        : PR_Preference(PrefsStore::nameOf(options), options.isSet(u"local"_s), false)
-    {
-    }
-};
-
-// A load may put back the backup of a damaged file, and then has looked for the preference set in the damaged one. So
-// that happens before the load that is explained, which then says nothing again.
-PrefsStore loadMended(Call const &call)
+// The user's file or, where it is damaged, its backup.
+PR_UserFile readableFile(QString const &path)
 {
-    std::optional<ReportScope> silence;
-    if (PR_UserFile(PathsOnly(call.options).getPathXml()).file().state == PR_XmlFile::NotXml) {
-        PrefsStore const mending(call);
-        silence.emplace();
+    PR_UserFile file(path);
+    if (file.file().state == PR_XmlFile::NotXml) {
+        PL_FileSpec const spec{ UT_String(path) };
+        PR_UserFile backup(PL_FileUtil::BackupFileSpec(spec).GetFilePath().ToQString());
+        if (backup.file().state == PR_XmlFile::Read)
+            return backup;
     }
-    return PrefsStore(call);
+    return file;
 }
 
 QString layerName(PR_DefinitionFile::Layer layer)
@@ -75,10 +67,10 @@ QString conditionsOf(PR_Definition const &definition)
     return texts.join(u' ');
 }
 
-std::shared_ptr<PR_PrefItem> undefinedItem(PR_UserFile::Element const &element)
+std::shared_ptr<PR_PrefItem> undefinedItem(PR_UserFile const &userFile, PR_UserFile::Element const &element)
 {
     std::shared_ptr<PR_PrefItem> item = PR_UndefinedItem::create(element.content.tag, element.content.id);
-    if (!item || !element.loadInto(*item)) {
+    if (!item || !userFile.offer(element, *item)) {
         item = std::make_shared<PR_StringItem>(PR_PrefItem::Internal, element.content.id, element.content.value());
     }
     return item;
@@ -88,9 +80,10 @@ std::shared_ptr<PR_PrefItem> undefinedItem(PR_UserFile::Element const &element)
 
 Explainer::Explainer(Call const &call)
     : m_isLocal(call.options.isSet(u"local"_s))
-    , m_store(loadMended(call))
-    , m_userFile(oswRemapPath::RemapPath2(m_store.getPathXml()))
-    , m_definitions(KnownDefinitions(m_isLocal).ofStore(m_userFile.preferenceSet()))
+    , m_store(call)
+    , m_userFile(readableFile(oswRemapPath::RemapPath2(m_store.getPathXml())))
+    // A load looks for the preference set in the user's file alone.
+    , m_definitions(KnownDefinitions(m_isLocal).ofStore(PR_UserFile(m_store.getPathXml()).preferenceSet()))
 {
 }
 
@@ -199,7 +192,7 @@ Explanation::Step Explainer::stepOf(PR_UserFile::Element const &element, std::sh
     Explanation::Step step{ u"user file"_s, Explanation::Won, path,
         text.placeOf(text.tagEndingAt(element.line, element.column)), element.content.value() };
     if (!held) {
-        held = undefinedItem(element);
+        held = undefinedItem(m_userFile, element);
         step.value = held->valueAsString();
         step.reason = u"no definition has the key"_s;
         return step;
@@ -207,7 +200,7 @@ Explanation::Step Explainer::stepOf(PR_UserFile::Element const &element, std::sh
     bool const isLocked = held->hasFacilityOverride(false);
     std::shared_ptr<PR_PrefItem> const changed(held->clone());
     changed->removeFacilityOverride();
-    bool const isRead = element.loadInto(*changed);
+    bool const isRead = m_userFile.offer(element, *changed);
     if (isRead)
         step.value = changed->valueAsString();
     if (isRead && !isLocked) {

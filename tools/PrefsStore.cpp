@@ -21,15 +21,16 @@ QString PrefsStore::nameOf(QCommandLineParser const &options)
         + (options.isSet(u"local"_s) ? "localpref"_L1 : "user.pref"_L1);
 }
 
-PrefsStore::PrefsStore(Call const &call)
-    : PrefsStore(nameOf(call.options), call.options.isSet(u"local"_s))
+PrefsStore::PrefsStore(Call const &call, Purpose purpose)
+    : PrefsStore(nameOf(call.options), call.options.isSet(u"local"_s), purpose)
 {
 }
 
-PrefsStore::PrefsStore(QString const &name, bool local)
+PrefsStore::PrefsStore(QString const &name, bool local, Purpose purpose)
     : PR_Preference(name, local, false)
     , m_isLocal(local)
 {
+    HostPlatform::current().readOnly = purpose == ToRead;
     init();
     if (getErrorCode() != NoError)
         throw Failure{ ExitStatus::CannotRead, u"The preferences cannot be loaded."_s };

@@ -12,9 +12,12 @@ public:
     /*! The name of the store that the options ask for. */
     static QString nameOf(QCommandLineParser const &options);
 
-    /*! Loads the store. One that cannot be loaded is never there to be saved over the user's file. */
-    explicit PrefsStore(Call const &call);
-    PrefsStore(QString const &name, bool local);
+    /*! Whether the load may mend the user's files. */
+    enum Purpose { ToRead, ToWrite };
+
+    /*! Loads the store. Throws if that fails, so that a broken store is never saved. */
+    explicit PrefsStore(Call const &call, Purpose purpose = ToRead);
+    PrefsStore(QString const &name, bool local, Purpose purpose = ToRead);
 
     PR_PrefItem &item(QString const &key) const;
     /*! An item that may be changed; a lock is reported. */

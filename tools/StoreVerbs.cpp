@@ -65,7 +65,7 @@ void StoreVerbs::describe(Call const &call)
 
 void StoreVerbs::set(Call const &call)
 {
-    PrefsStore store(call);
+    PrefsStore store(call, PrefsStore::ToWrite);
     QString const key = call.arguments[0];
     QString const text = call.arguments[1];
     PR_PrefItem &item = store.unlockedItem(key);
@@ -81,7 +81,7 @@ void StoreVerbs::set(Call const &call)
 
 void StoreVerbs::reset(Call const &call)
 {
-    PrefsStore store(call);
+    PrefsStore store(call, PrefsStore::ToWrite);
     QString const key = call.arguments[0];
     PR_PrefItem const &item = store.unlockedItem(key);
     if (item.getCategory() == PR_PrefItem::Internal)

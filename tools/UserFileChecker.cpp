@@ -96,7 +96,7 @@ void UserFileChecker::checkValue(PR_PrefItem &definition, PR_UserFile::Element c
     QString const text = element.content.value();
     std::unique_ptr<PR_PrefItem> const item(definition.clone());
     item->removeFacilityOverride();
-    if (!element.loadInto(*item))
+    if (!m_userFile.offer(element, *item))
         return report(Rule::BadValue, u"\"%1\" is no value of the type %2"_s.arg(text, item->getTag()), kValue);
     checkRange(*item);
     if (dynamic_cast<PR_BoolItem const *>(item.get()) && text != "Y"_L1 && text != "N"_L1)

@@ -87,7 +87,7 @@ bool looksLikeXml(QString const &name, QByteArray bytes)
         || name.endsWith(".xml"_L1, Qt::CaseInsensitive);
 }
 
-// Another user's values. They are loaded from a copy: a load may put a damaged file aside and its backup in its place.
+// Another user's values, loaded from a copy, which has no backup beside it.
 std::unique_ptr<PrefsStore> loadOther(Call const &call, QString const &name)
 {
     auto const failure = [](QString const &reason) { return Failure{ ExitStatus::CannotRead, reason }; };
@@ -235,10 +235,11 @@ void ValueVerbs::dump(Call const &call)
 void ValueVerbs::load(Call const &call)
 {
     QJsonObject const values = valuesOf(call.arguments[0]);
-    PrefsStore store(call);
+    bool const isTrial = call.options.isSet(u"dry-run"_s);
+    PrefsStore store(call, isTrial ? PrefsStore::ToRead : PrefsStore::ToWrite);
     Differences differences(call, {}, {});
     auto const changes = plannedChanges(store, values, differences);
-    if (call.options.isSet(u"dry-run"_s))
+    if (isTrial)
         return differences.print();
     for (auto const &[item, value] : changes)
         ValueJson::assign(*item, value);

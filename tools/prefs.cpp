@@ -68,6 +68,7 @@ void configureHost(QCommandLineParser const &options)
     host.mode = mode == "paint"_L1 ? 2 : mode == "scan"_L1 ? 3 : 0;
     host.featureKeywords = options.values(u"feature"_s);
     host.hasMorphing = options.isSet(u"morphing"_s);
+    host.readOnly = true; // until a verb loads a store to write to it
 }
 
 // The library's messages in the first language of the user for which they are there; the program's own are English.

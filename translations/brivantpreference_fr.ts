@@ -150,6 +150,28 @@ Les préférences par défaut vont être chargées à la place.</translation>
         <source>The new file cannot be put in the place of the old one.</source>
         <translation>Le nouveau fichier ne peut pas remplacer l’ancien.</translation>
     </message>
+    <message>
+        <source>Preference file %1 is empty or corrupted.
+Its backup has been read instead.</source>
+        <translation>Le fichier de préférences %1 est vide ou endommagé.
+Sa copie de sauvegarde a été lue à la place.</translation>
+    </message>
+    <message>
+        <source>Left out, as XML cannot hold their keys: %1</source>
+        <translation>Omises, car XML ne peut pas contenir leurs clés : %1</translation>
+    </message>
+    <message>
+        <source>Left out, as no load would take it: an element with too many attributes or too deeply nested.</source>
+        <translation>Omis, car aucun chargement ne l’accepterait : un élément qui a trop d’attributs ou qui est imbriqué trop profondément.</translation>
+    </message>
+    <message>
+        <source>The store is being loaded.</source>
+        <translation>Les préférences sont en cours de chargement.</translation>
+    </message>
+    <message>
+        <source>The backup cannot be written.</source>
+        <translation>La copie de sauvegarde ne peut pas être écrite.</translation>
+    </message>
 </context>
 <context>
     <name>PR_XmlFile</name>
@@ -164,6 +186,10 @@ Les préférences par défaut vont être chargées à la place.</translation>
     <message>
         <source>declares an encoding that is not supported</source>
         <translation>déclare un encodage qui n’est pas pris en charge</translation>
+    </message>
+    <message>
+        <source>a document type inside of the root</source>
+        <translation>un type de document à l’intérieur de la racine</translation>
     </message>
 </context>
 <context>

@@ -150,6 +150,28 @@ Default preferences will be loaded instead.</source>
         <source>The new file cannot be put in the place of the old one.</source>
         <translation>古いファイルを新しいファイルに置き換えることができません。</translation>
     </message>
+    <message>
+        <source>Preference file %1 is empty or corrupted.
+Its backup has been read instead.</source>
+        <translation>環境設定ファイル %1 は空であるか、破損しています。
+代わりにバックアップを読み込みました。</translation>
+    </message>
+    <message>
+        <source>Left out, as XML cannot hold their keys: %1</source>
+        <translation>キーを XML に書き込めないため保存されませんでした: %1</translation>
+    </message>
+    <message>
+        <source>Left out, as no load would take it: an element with too many attributes or too deeply nested.</source>
+        <translation>読み込めなくなるため保存されませんでした: 属性が多すぎる要素、または入れ子が深すぎる要素があります。</translation>
+    </message>
+    <message>
+        <source>The store is being loaded.</source>
+        <translation>環境設定を読み込んでいます。</translation>
+    </message>
+    <message>
+        <source>The backup cannot be written.</source>
+        <translation>バックアップを書き込めません。</translation>
+    </message>
 </context>
 <context>
     <name>PR_XmlFile</name>
@@ -164,6 +186,10 @@ Default preferences will be loaded instead.</source>
     <message>
         <source>declares an encoding that is not supported</source>
         <translation>対応していない文字コードが宣言されています</translation>
+    </message>
+    <message>
+        <source>a document type inside of the root</source>
+        <translation>ルート要素の内側に文書型宣言があります</translation>
     </message>
 </context>
 <context>

@@ -47,12 +47,22 @@ public:
             std::get<Rereads<Target, Value, Argument>>(m_rereads).push_back({ &target, key, read, &fallback });
     }
 
-    /*! Brings all targets up to date with the store. */
-    void run() const
+    /*! \name Bringing all targets up to date with the store */
+    /*!\{*/
+    void copyValues() const
     {
         std::apply([](auto const &...copies) { (..., copyAll(copies)); }, m_copies);
-        std::apply([this](auto const &...rereads) { (..., rereadAll(rereads)); }, m_rereads);
     }
+    bool rereadsValues() const
+    {
+        return std::apply([](auto const &...rereads) { return (... || !rereads.empty()); }, m_rereads);
+    }
+    /*! Ends early when \a isWanted, a function, no longer holds. Its rows must live as long. */
+    template <class Condition> void rereadValues(Condition const &isWanted) const
+    {
+        std::apply([&](auto const &...rereads) { (void)(... && rereadAll(rereads, isWanted)); }, m_rereads);
+    }
+    /*!\}*/
 
 private:
     template <class Target, class Value> struct Copy {
@@ -102,11 +112,16 @@ private:
             target = value;
     }
 
-    template <class Target, class Value, class Argument>
-    void rereadAll(Rereads<Target, Value, Argument> const &rereads) const
+    template <class Target, class Value, class Argument, class Condition>
+    bool rereadAll(Rereads<Target, Value, Argument> const &rereads, Condition const &isWanted) const
     {
-        for (auto const &row : rereads)
-            *row.target = static_cast<Target>((m_store.*row.read)(QString::fromLatin1(row.key), *row.fallback));
+        for (auto const &row : rereads) {
+            Value const value = (m_store.*row.read)(QString::fromLatin1(row.key), *row.fallback);
+            if (!isWanted())
+                return false;
+            *row.target = static_cast<Target>(value);
+        }
+        return true;
     }
 
     PR_Preference const &m_store;

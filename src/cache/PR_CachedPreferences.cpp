@@ -3,7 +3,7 @@
 #include "PR_Preference_p.h"
 
 #include <cstdio>
-#include <optional>
+#include <memory>
 #include <utility>
 
 // The values of all rows.
@@ -47,16 +47,25 @@ void PR_CachedPreferences::UpdatePreferences(PR_Preference *store)
 
     // A stamp is never given twice, so one that is still current also says that the store is the same.
     // Never destroyed: a host may change its store as late as from a destructor of a global object.
-    static auto &refresh = *new std::optional<PR_CacheRefresh>;
+    static auto &current = *new std::shared_ptr<PR_CacheRefresh>;
     static quint64 stamp = 0;
-    if (!refresh || stamp != store->itemSetStamp()) {
-        refresh.emplace(*store);
-        stamp = store->itemSetStamp();
+    if (!current || stamp != Private::itemSetStamp(*store)) {
+        auto const refresh = std::make_shared<PR_CacheRefresh>(*store);
 #define CACHED_REF(Type, Name, KEY, Read) refresh->add(_##Name, KEY, &PR_Preference::Read);
 #define CACHED_OR(Type, Name, KEY, Read, Default) refresh->add(_##Name, KEY, &PR_Preference::Read, defaultOf##Name);
 #include "PR_CachedValues.def"
+        current = refresh;
+        stamp = Private::itemSetStamp(*store);
     }
-    refresh->run();
+    static quint64 lastRun = 0;
+    quint64 const run = ++lastRun;
+    current->copyValues();
+    if (!current->rereadsValues())
+        return;
+    // An item of a host may write to the store while it is read. That refreshes all values anew, with rows of its own
+    // when the set of items changed, and leaves nothing to do here.
+    auto const refresh = current;
+    refresh->rereadValues([run] { return run == lastRun; });
 }
 
 // Here and not beside the other stores: the store itself knows nothing of the cache.

@@ -11,7 +11,7 @@
 class BRIVANT_PREFERENCE_EXPORT PR_AbstractPrefItemFactory : public UT_ShareBase {
 public:
     /*! \a key is the element name of the definitions that the factory serves. */
-    PR_AbstractPrefItemFactory(QString const &key);
+    explicit PR_AbstractPrefItemFactory(QString const &key);
     /*! A copy is not registered. */
     PR_AbstractPrefItemFactory(PR_AbstractPrefItemFactory const &) = default;
     PR_AbstractPrefItemFactory &operator=(PR_AbstractPrefItemFactory const &) = delete;
@@ -21,7 +21,7 @@ public:
     virtual PR_PrefItem *create(PR_PrefItem::Category category, QString const &key, QDomElement const &definition) = 0;
 
     /*! The element name of the definitions that the factory serves. */
-    QString const &key() const { return m_key; }
+    [[nodiscard]] QString const &key() const { return m_key; }
     /*! Registers the factory under its key, in place of one registered before. The registry shares it: one made by new
         is deleted when another takes its place, so never replace a static one, such as those of the library. */
     void registerClass();

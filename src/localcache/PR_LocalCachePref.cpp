@@ -1,4 +1,5 @@
 #include "PR_LocalCachePref.h"
+#include "PR_Preference_p.h"
 #include "PR_RecentScenes_p.h"
 
 #include "PR_PrefItem.h"
@@ -36,8 +37,7 @@ PR_LocalCachePref *PR_LocalCachePref::createLocalCachePrefs()
 
 PR_LocalCachePref *localCachePrefs()
 {
-    static PR_LocalCachePref *const store = PR_LocalCachePref::createLocalCachePrefs();
-    return store;
+    return storeOfProcess(&PR_LocalCachePref::createLocalCachePrefs);
 }
 
 PR_LocalCachePref::PR_LocalCachePref(QString const &name)

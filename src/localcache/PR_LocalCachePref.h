@@ -19,10 +19,10 @@ public:
     /*! What is known of a scene. */
     struct RecentScene {
         QString key; /*!< Three parts separated by "/". */
-        QString folder; /*!< Of its cache. */
+        QString folder; /*!< The path of the folder of its cache. */
         QDateTime lastUse; /*!< Null when it is not known. */
         bool hasFolder; /*!< Whether the folder exists. */
-        bool isLeaving; /*!< Whether the next setRecentScene() of a scene that is not listed would remove it. */
+        bool willBeForgotten; /*!< Whether setRecentScene() of a new scene would forget it and remove its folder. */
     };
 
     /*! A new store, loaded, that the caller owns; null when there is no folder for its file. */

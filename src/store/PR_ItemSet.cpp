@@ -50,7 +50,7 @@ PR_ItemSet::Items const &PR_ItemSet::ordered() const
     if (!m_isOrdered) {
         std::vector<PR_PrefItem *> items;
         items.reserve(m_members.size());
-        visitAll([&items](PR_PrefItem *item) { items.push_back(item); });
+        visitInMemoryOrder([&items](PR_PrefItem *item) { items.push_back(item); });
         std::sort(items.begin(), items.end(), PR_PrefCmp());
         m_order = Items(items.begin(), items.end());
         m_isOrdered = true;
@@ -96,39 +96,57 @@ void PR_ItemSet::resize(size_t slots)
     }
 }
 
-PR_ItemSet::Entry PR_ItemSet::insert(std::unique_ptr<PR_PrefItem> item)
+// The place in the order behind a key, whether or not there is an item of it.
+PR_ItemSet::Items::const_iterator PR_ItemSet::behind(QString const &key) const
 {
-    reserveSlots(m_members.size() + 1);
-    size_t const hash = hashOf(item->getKey());
-    size_t slot = slotOf(item->getKey(), hash);
-    if (m_slots[slot]) {
-        destroyAt(slot);
-        slot = slotOf(item->getKey(), hash);
-    }
-    m_stamp = newStamp();
-    Entry &entry = m_slots[slot];
-    entry = Entry(item.get());
-    entry.m_position = quint32(m_members.size());
-    entry.m_tag = tagOf(hash);
-    if (m_isOrdered)
-        m_order.insert(item.get());
-    m_members.push_back({ item.release(), hash });
-    return entry;
+    PR_StringItem probe(PR_PrefItem::Internal, key, QString());
+    return ordered().upper_bound(&probe);
 }
 
-// Deletes the item of a slot; the last item takes its position.
-void PR_ItemSet::destroyAt(size_t slot)
+void PR_ItemSet::insert(std::unique_ptr<PR_PrefItem> item)
+{
+    QString const key = item->getKey();
+    size_t const hash = hashOf(key);
+    Entry entry(item.get());
+    entry.m_tag = tagOf(hash);
+
+    // What can fail comes first.
+    reserveSlots(m_members.size() + 1);
+    if (m_members.size() == m_members.capacity())
+        m_members.reserve(2 * m_members.size() + 16);
+    Others others;
+    if (!entry.m_isOwn)
+        others.emplace(key, item.get());
+    Items order;
+    if (m_isOrdered)
+        order.insert(item.get());
+
+    size_t slot = slotOf(key, hash);
+    std::unique_ptr<PR_PrefItem> const replaced = m_slots[slot] ? takeAt(slot) : nullptr;
+    slot = slotOf(key, hash);
+    m_stamp = newStamp();
+    entry.m_position = quint32(m_members.size());
+    m_slots[slot] = entry;
+    m_members.push_back({ item.release(), hash });
+    m_others.merge(others);
+    if (m_isOrdered)
+        m_order.merge(order);
+}
+
+// Takes the item of a slot out of the set; the last item takes its position.
+std::unique_ptr<PR_PrefItem> PR_ItemSet::takeAt(size_t slot)
 {
     m_stamp = newStamp();
-    size_t const position = m_slots[slot].m_position;
-    std::unique_ptr<PR_PrefItem> const item(m_slots[slot].m_item);
+    Entry const taken = m_slots[slot];
     if (m_isOrdered) {
-        auto const place = m_order.find(item.get());
-        m_isOrdered = place != m_order.end() && *place == item.get(); // not so after a change of keys
+        auto const place = m_order.find(taken.item());
+        m_isOrdered = place != m_order.end() && *place == taken.item(); // not so after a change of keys
         m_isOrdered ? void(m_order.erase(place)) : m_order.clear();
     }
-    m_slots[slotOf(m_members.back())].m_position = quint32(position);
-    m_members[position] = m_members.back();
+    if (!taken.m_isOwn)
+        removeOther(taken.item());
+    m_slots[slotOf(m_members.back())].m_position = taken.m_position;
+    m_members[taken.m_position] = m_members.back();
     m_members.pop_back();
 
     // Items behind it that were pushed on by it move up, so that no walk ends before them.
@@ -140,31 +158,51 @@ void PR_ItemSet::destroyAt(size_t slot)
         }
     }
     m_slots[slot] = Entry();
+    return std::unique_ptr<PR_PrefItem>(taken.item());
+}
+
+void PR_ItemSet::removeOther(PR_PrefItem const *item)
+{
+    auto found = m_others.find(item->getKey());
+    if (found == m_others.end() || found->second != item) // not so after a change of keys
+        found =
+            std::find_if(m_others.begin(), m_others.end(), [item](auto const &other) { return other.second == item; });
+    if (found != m_others.end())
+        m_others.erase(found);
 }
 
 void PR_ItemSet::erase(QString const &key)
 {
     size_t const slot = slotOf(key, hashOf(key));
     if (m_slots[slot])
-        destroyAt(slot);
+        takeAt(slot);
 }
 
 void PR_ItemSet::erasePrefix(QString const &prefix)
 {
     QString const text = prefix; // may be the key of an item that goes
+    if (hasOthers()) {
+        return visitByKey([&](PR_PrefItem *item) {
+            if (PR_PrefCmp().startsWith(item, text))
+                erase(item->getKey());
+        });
+    }
     for (size_t i = m_members.size(); i > 0; --i) {
         if (PR_PrefCmp().startsWith(m_members[i - 1].item, text))
-            destroyAt(slotOf(m_members[i - 1]));
+            takeAt(slotOf(m_members[i - 1]));
     }
 }
 
 void PR_ItemSet::clear()
 {
-    m_stamp = newStamp();
-    m_isOrdered = false;
-    m_order.clear();
-    std::fill(m_slots.begin(), m_slots.end(), Entry());
-    std::vector<Member> const gone = std::exchange(m_members, {});
-    for (auto member = gone.rbegin(); member != gone.rend(); ++member)
-        delete member->item;
+    do {
+        m_stamp = newStamp();
+        m_isOrdered = false;
+        m_order.clear();
+        m_others.clear();
+        std::fill(m_slots.begin(), m_slots.end(), Entry());
+        std::vector<Member> const gone = std::exchange(m_members, {});
+        for (auto member = gone.rbegin(); member != gone.rend(); ++member)
+            delete member->item;
+    } while (!m_members.empty()); // a destructor may have added one
 }

@@ -37,26 +37,41 @@ public:
         /*! Whether the values reached the disk. */
         enum State {
             NotTried, /*!< Nothing has been saved yet. */
-            Saved, /*!< The values are on the disk. */
-            Failed /*!< The file is as it was. */
+            Saved, /*!< The values are on the disk; the reason tells of values that no XML file can hold. */
+            Failed /*!< The new values may not be on the disk; the file, or its backup, is good. */
         };
-        State state = NotTried; /*!< Of the last save. */
-        QString reason; /*!< Of a failure, to show. */
+        State state = NotTried; /*!< The outcome of the last save. */
+        QString reason; /*!< A text to show; empty when there is nothing to say. */
     };
 
-    /*! Visits the items in ascending order of their keys. Stays valid until its item is deleted. */
+    /*! Visits the items in ascending order of their keys. An iterator stays valid until its item is deleted. */
     using const_iterator = std::set<PR_PrefItem *, PR_PrefCmp>::const_iterator;
 
-    /*! A store with clones of the items of \a other and with its paths; nothing is loaded or emitted. */
-    PR_Preference(PR_Preference &other);
+    /*! \name Creation */
+    /*!\{*/
+    /*! Creates the application's main store, a PR_CachedPreferences, loaded and with the cache filled; the caller owns
+        it. */
+    [[nodiscard]] static PR_Preference *createPreference(QString name);
+    /*! Creates a store of machine-local settings, loaded, which the caller owns. Gives null when there is no folder for
+        its file. */
+    [[nodiscard]] static PR_Preference *createLocalPreferences();
     /*! Deletes the items. */
     ~PR_Preference() override;
 
-    /*! \name Translation */
-    /*!\{*/
-    /*! As tr(), which reads UTF-8 itself. */
-    static QString trUtf8(char const *source, char const *disambiguation = nullptr);
-    static QString trUtf8(char const *source, char const *disambiguation, int n); /*!< The same for \a n things. */
+    /*! Reads the definitions and then the user's values, from the XML file or else from the legacy text file. Failures
+        are reported; the result does not change getErrorCode(). A call from inside of a load of the same store changes
+        nothing and gives getErrorCode(). */
+    Error load();
+    /*! Tells how the load at construction ended. */
+    [[nodiscard]] Error getErrorCode() const;
+    /*! The text for getErrorCode(); empty when there is nothing to say. */
+    [[nodiscard]] MSG_Text getErrorMessage() const;
+    /*! The text for the application's main store, tuPref. */
+    [[nodiscard]] static MSG_Text getPrefErrorMessage();
+    /*! The path of the legacy text file. */
+    [[nodiscard]] QString getPath() const;
+    /*! The path of the user's XML file; empty when the store has none. */
+    [[nodiscard]] QString getPathXml() const;
     /*!\}*/
 
     /*! \name Lookup
@@ -64,37 +79,42 @@ public:
         removal, a write of another type, or a load. */
     /*!\{*/
     /*! The item of exactly that key; null when there is none. */
-    PR_PrefItem *find(QString key) const;
-    /*! The range of all items. After clear(), copy() and load() begin anew. */
-    const_iterator begin() const;
-    const_iterator end() const; /*!< Behind the last item. */
-    const_iterator constBegin() const { return begin(); } /*!< begin() */
-    const_iterator constEnd() const { return end(); } /*!< end() */
+    [[nodiscard]] PR_PrefItem *find(QString key) const;
+    /*! The first of all items. After a removal of all, a copy and a load the range begins anew. */
+    [[nodiscard]] const_iterator begin() const;
+    [[nodiscard]] const_iterator end() const; /*!< The place behind the last item. */
+    [[nodiscard]] const_iterator constBegin() const { return begin(); } /*!< The same as begin(). */
+    [[nodiscard]] const_iterator constEnd() const { return end(); } /*!< The same as end(). */
     /*!\}*/
 
     /*! \name Reads of a current value by reference
         A key without an item of the type gives the store's false, 0 or empty value, valid as long as the store. */
     /*!\{*/
-    bool const &getBool(QString const &key) const; /*!< Of a bool. */
-    int const &getInt(QString const &key) const; /*!< Also the index of an enumeration or a font. */
-    int const &getEnum(QString const &key) const; /*!< Also an integer. */
-    double const &getDouble(QString const &key) const; /*!< Of a double alone. */
-    unsigned int const &getRgba(QString const &key) const; /*!< Of a color, as 0xAARRGGBB. */
-    QString const &getString(QString const &key) const; /*!< Of a string alone. */
-    QKeySequence const &getKey(QString const &key) const; /*!< Of a shortcut; empty for none. */
+    [[nodiscard]] bool const &getBool(QString const &key) const; /*!< The value of a bool item. */
+    [[nodiscard]] int const &getInt(
+        QString const &key) const; /*!< The value of an integer, or the index of a choice. */
+    [[nodiscard]] int const &getEnum(
+        QString const &key) const; /*!< The index of a choice, or the value of an integer. */
+    [[nodiscard]] double const &getDouble(QString const &key) const; /*!< The value of a double item. */
+    [[nodiscard]] unsigned int const &getRgba(QString const &key) const; /*!< The colour of an item, as 0xAARRGGBB. */
+    [[nodiscard]] QString const &getString(QString const &key) const; /*!< The text of a string item. */
+    [[nodiscard]] QKeySequence const &getKey(QString const &key) const; /*!< A shortcut; the empty sequence for none. */
     /*!\}*/
 
     /*! \name Reads with a default
         A string item gives what its text converts to; a key without a fitting item gives \a value. */
     /*!\{*/
-    bool getBoolValue(QString const &key, bool value) const; /*!< Of a bool. */
-    int getIntValue(
-        QString const &key, int value) const; /*!< Also a double, truncated; \a value when it is too large. */
-    double getDoubleValue(QString const &key, double value) const; /*!< Also an integer. */
-    int getEnumValue(QString const &key, int value) const; /*!< The index of an enumeration or a font. */
-    unsigned int getRgbaValue(QString const &key, unsigned int const &value) const; /*!< Of a color, as 0xAARRGGBB. */
-    QString getStringValue(QString const &key, QString const &value) const; /*!< The text form of any item. */
-    QString getFontValue(QString const &key, QString const &value) const; /*!< Of a font alone, its name. */
+    [[nodiscard]] bool getBoolValue(QString const &key, bool value) const; /*!< The value of a bool item. */
+    /*! The value of an integer, or of a double, truncated; \a value for a double that is too large. */
+    [[nodiscard]] int getIntValue(QString const &key, int value) const;
+    [[nodiscard]] double getDoubleValue(QString const &key, double value) const; /*!< A double, or an integer. */
+    [[nodiscard]] int getEnumValue(QString const &key, int value) const; /*!< The index of an enumeration or a font. */
+    /*! The colour of an item, as 0xAARRGGBB. */
+    [[nodiscard]] unsigned int getRgbaValue(QString const &key, unsigned int const &value) const;
+    /*! The text form of any item. */
+    [[nodiscard]] QString getStringValue(QString const &key, QString const &value) const;
+    /*! The name of the chosen font of a font item. */
+    [[nodiscard]] QString getFontValue(QString const &key, QString const &value) const;
     /*!\}*/
 
     /*! \name Writes
@@ -103,72 +123,72 @@ public:
         setEnumValue() announces an index other than 0. An item of another class is replaced by such a one, but never a
         locked item: it reports and stays. Only setStringValue() leaves items of other classes as they are. */
     /*!\{*/
-    void setBoolValue(QString const &key, bool value); /*!< A bool. */
-    void setIntValue(QString const &key, int value); /*!< The range of the item is not tested. */
-    void setDoubleValue(QString const &key, double value); /*!< A double. */
-    void setEnumValue(QString const &key, int value); /*!< The index of an enumeration or a font; not tested. */
-    void setRgbaValue(QString const &key, unsigned int const &value); /*!< A color, as 0xAARRGGBB. */
-    void setStringValue(QString const &key, QString const &value); /*!< A string. */
+    void setBoolValue(QString const &key, bool value); /*!< Sets a bool. */
+    void setIntValue(QString const &key, int value); /*!< Sets an integer; the range of the item is not tested. */
+    void setDoubleValue(QString const &key, double value); /*!< Sets a double. */
+    void setEnumValue(QString const &key, int value); /*!< Sets the index of a choice or a font, which is not tested. */
+    void setRgbaValue(QString const &key, unsigned int const &value); /*!< Sets a colour, as 0xAARRGGBB. */
+    void setStringValue(QString const &key, QString const &value); /*!< Sets a string. */
+    /*! Sets the three preferences that differ by flavour: false for the main product's habits. */
+    void setPrefsFlavour(bool flavour);
     /*!\}*/
 
+    /*! \name Defaults and removal
+        Nothing is announced and the cached values stay as they are: emitPreferenceChanged() does both. */
+    /*!\{*/
+    /*! Brings the default back, unless the item is locked or of the category Internal. */
+    void restoreDefault(QString const &key);
+    void restoreDefaults(); /*!< Brings all defaults back. */
+    /*! Deletes every item whose key begins with \a prefix, case-sensitively. */
+    void deleteAllKeyBeginingWith(QString const &prefix);
+    /*!\}*/
+
+    /*! \name Observation */
+    /*!\{*/
     /*! Refreshes the cache and announces a change, as a write does. */
     void emitPreferenceChanged();
     /*! Stops preferenceChanged() for the rest of the store's life. */
     void disableEvents();
-
-    /*! Deletes every item whose key begins with \a prefix, case-sensitively. Announces nothing. */
-    void deleteAllKeyBeginingWith(QString const &prefix);
-    /*! \name Defaults */
-    /*!\{*/
-    /*! Back to the default, unless locked or of the category Internal. Announces nothing and leaves the cached values
-       as they are: emitPreferenceChanged() does both. */
-    void restoreDefault(QString const &key);
-    void restoreDefaults(); /*!< The same for all items. */
-    /*!\}*/
-
-    /*! The application's main store, a PR_CachedPreferences, loaded and with the cache filled; the caller owns it. */
-    static PR_Preference *createPreference(QString name);
-    /*! A store of machine-local settings, loaded; the caller owns it. Null when there is no folder for its file. */
-    static PR_Preference *createLocalPreferences();
-
-    /*! How the load at construction ended. */
-    Error getErrorCode() const;
-    /*! The text of that; empty when there is nothing to say. */
-    MSG_Text getErrorMessage() const;
-    /*! The text for the application's main store, tuPref. */
-    static MSG_Text getPrefErrorMessage();
-
-    /*! Legacy text file of the store. */
-    QString getPath() const;
-    /*! User's XML file; empty when the store has none. */
-    QString getPathXml() const;
-    /*! Reads the definitions and then the user's values, from the XML file or else from the legacy text file. Failures
-        are reported; the result does not change getErrorCode(). */
-    Error load();
-    /*! Writes the user's values. A failure is reported and leaves the file as it was. */
-    void save();
-    /*! Whether the last save() reached the disk, and why not. */
-    SaveStatus saveStatus() const;
-
-    /*! Deletes the items and takes over clones of those of \a other. Announces nothing. */
-    void copy(PR_Preference &other);
-
-    /*! Whether the attribute "platform" of a definition admits it on this platform. */
-    static bool isValidOnThisPlatform(QDomElement const &element);
-    /*! Whether the attribute "mode" of a definition admits it in the host's mode. */
-    static bool isValidInThisMode(QDomElement const &element);
-    /*! Whether the host has the feature that an item serves. */
-    static bool isValidInThisConfig(PR_PrefItem const *item);
-    /*! Sets the three preferences that differ by flavour: false for the main product's habits. */
-    void setPrefsFlavour(bool flavour);
-
-    /*! Called before each announcement once a main store is created; does nothing here. */
+    /*! Is called before each announcement once a main store is created; does nothing here. */
     virtual void updateCache();
 
 Q_SIGNALS:
     /*! Some value has changed. Emitted inside the write, the cache already refreshed. A receiver may delete the store,
         though not while it loads. */
     void preferenceChanged();
+    /*!\}*/
+
+public:
+    /*! \name Saving */
+    /*!\{*/
+    /*! Writes the user's values. A failure is reported and leaves a good file. Nothing is saved while the store
+        loads. */
+    void save();
+    /*! Tells whether the last save() reached the disk, and if not, why. */
+    [[nodiscard]] SaveStatus saveStatus() const;
+    /*!\}*/
+
+    /*! \name Conditions of definitions */
+    /*!\{*/
+    /*! Whether the attribute "platform" of a definition admits it on this platform. */
+    [[nodiscard]] static bool isValidOnThisPlatform(QDomElement const &element);
+    /*! Whether the attribute "mode" of a definition admits it in the host's mode. */
+    [[nodiscard]] static bool isValidInThisMode(QDomElement const &element);
+    /*! Whether the host has the feature that an item serves. */
+    [[nodiscard]] static bool isValidInThisConfig(PR_PrefItem const *item);
+    /*!\}*/
+
+    /*! \name Copies and translation */
+    /*!\{*/
+    /*! Creates a store with clones of the items of \a other and with its paths; nothing is loaded or announced. */
+    PR_Preference(PR_Preference &other);
+    /*! Deletes the items and takes over clones of those of \a other; a copy to itself changes nothing. Announces
+        nothing. */
+    void copy(PR_Preference &other);
+    /*! Translates a source text as tr() does, which reads UTF-8 itself. */
+    static QString trUtf8(char const *source, char const *disambiguation = nullptr);
+    static QString trUtf8(char const *source, char const *disambiguation, int n); /*!< The same for \a n things. */
+    /*!\}*/
 
 protected:
     /*! \a name is the path of the legacy text file, from which that of the XML file follows. A \a local store has
@@ -185,29 +205,15 @@ protected:
     /*! Empties the store and fills it from the definition files: NoError or DefaultFileNotFound. */
     virtual Error initPreferences();
 
+    class Private;
+
 private:
-    friend class PR_CachedPreferences;
-
-    /*! Changes with every change to which items there are; a value never comes back, in no store. */
-    quint64 itemSetStamp() const;
-
     static QString getPrefsXMLPath();
     static QString getLocalPrefsXMLPath();
     static QString getPrefsOverrideXMLPath();
     QString getPrefsSetXMLPath();
-    Error loadValues();
     Error loadXml();
-    void loadText(QString const &path);
-    QByteArray userFileBytes() const;
-    void keepPresentFile(QString const &path);
 
-    template <class Item, class... Others, class Fallback>
-    auto const &read(QString const &key, Fallback const &fallback) const;
-    template <class... Items, class Value, class Conversion>
-    Value readOr(QString const &key, Value value, Conversion conversion) const;
-    template <class Item, class Value, class Make> void write(QString const &key, Value const &value, Make make);
-
-    class Private;
     std::unique_ptr<Private> d;
 };
 
@@ -215,7 +221,7 @@ private:
 extern BRIVANT_PREFERENCE_EXPORT PR_Preference *tuPref;
 
 /*! The process's store of machine-local settings, created by the first call and kept; null when it could not be created
-    then. */
-BRIVANT_PREFERENCE_EXPORT PR_Preference *localPrefs();
+    then, and for a call from inside of that first one. */
+[[nodiscard]] BRIVANT_PREFERENCE_EXPORT PR_Preference *localPrefs();
 
 #endif

@@ -21,9 +21,9 @@ bool valueOf(PR_DoubleItem const *item, int &value)
 } // namespace
 
 template <class Item, class... Others, class Fallback>
-BRIVANT_PREFERENCE_NO_EXPORT auto const &PR_Preference::read(QString const &key, Fallback const &fallback) const
+auto const &PR_Preference::Private::read(QString const &key, Fallback const &fallback) const
 {
-    auto const entry = d->items.find(key);
+    auto const entry = items.find(key);
     auto const *value = &fallback.value();
     auto const take = [&](auto const *item) {
         if (item)
@@ -35,9 +35,9 @@ BRIVANT_PREFERENCE_NO_EXPORT auto const &PR_Preference::read(QString const &key,
 }
 
 template <class... Items, class Value, class Conversion>
-BRIVANT_PREFERENCE_NO_EXPORT Value PR_Preference::readOr(QString const &key, Value value, Conversion conversion) const
+Value PR_Preference::Private::readOr(QString const &key, Value value, Conversion conversion) const
 {
-    auto const entry = d->items.find(key);
+    auto const entry = items.find(key);
     if (auto const *text = entry.as<PR_StringItem>()) {
         bool ok = false;
         Value const converted = (text->*conversion)(ok);
@@ -49,17 +49,25 @@ BRIVANT_PREFERENCE_NO_EXPORT Value PR_Preference::readOr(QString const &key, Val
 }
 
 template <class Item, class Value, class Make>
-BRIVANT_PREFERENCE_NO_EXPORT void PR_Preference::write(QString const &key, Value const &value, Make make)
+void PR_Preference::Private::write(PR_Preference &store, QString const &key, Value const &value, Make make)
 {
-    auto entry = d->items.find(key);
+    auto entry = items.find(key);
     if (!entry.as<Item>()) {
-        if (entry && (std::is_same_v<Item, PR_StringItem> || entry->hasFacilityOverride(true)))
+        if (entry && std::is_same_v<Item, PR_StringItem>)
             return;
-        // The key may be that of the item to be replaced.
-        entry = d->items.insert(std::unique_ptr<PR_PrefItem>(make(QString(key))));
+        bool const isLocked = entry && entry->hasFacilityOverride(true);
+        if (isLocked)
+            return;
+        QString const name = key; // may be that of the item to be replaced
+        items.insert(std::unique_ptr<PR_PrefItem>(make(name)));
+        entry = items.find(name);
     }
-    if (entry.as<Item>()->setValue(value))
-        emitPreferenceChanged();
+    auto *const item = entry.as<Item>();
+    if (!item || !item->setValue(value))
+        return;
+    if constexpr (std::is_same_v<Item, PR_EnumItem>)
+        unresolvedFonts.remove(item->getKey());
+    store.emitPreferenceChanged();
 }
 
 PR_PrefItem *PR_Preference::find(QString key) const
@@ -79,62 +87,62 @@ PR_Preference::const_iterator PR_Preference::end() const
 
 bool const &PR_Preference::getBool(QString const &key) const
 {
-    return read<PR_BoolItem>(key, d->fallbackBool);
+    return d->read<PR_BoolItem>(key, d->fallbackBool);
 }
 
 int const &PR_Preference::getInt(QString const &key) const
 {
-    return read<PR_IntItem, PR_EnumItem>(key, d->fallbackInt);
+    return d->read<PR_IntItem, PR_EnumItem>(key, d->fallbackInt);
 }
 
 int const &PR_Preference::getEnum(QString const &key) const
 {
-    return read<PR_EnumItem, PR_IntItem>(key, d->fallbackEnum);
+    return d->read<PR_EnumItem, PR_IntItem>(key, d->fallbackEnum);
 }
 
 double const &PR_Preference::getDouble(QString const &key) const
 {
-    return read<PR_DoubleItem>(key, d->fallbackDouble);
+    return d->read<PR_DoubleItem>(key, d->fallbackDouble);
 }
 
 unsigned int const &PR_Preference::getRgba(QString const &key) const
 {
-    return read<PR_RgbaItem>(key, d->fallbackRgba);
+    return d->read<PR_RgbaItem>(key, d->fallbackRgba);
 }
 
 QString const &PR_Preference::getString(QString const &key) const
 {
-    return read<PR_StringItem>(key, d->fallbackString);
+    return d->read<PR_StringItem>(key, d->fallbackString);
 }
 
 QKeySequence const &PR_Preference::getKey(QString const &key) const
 {
-    return read<PR_KeyItem>(key, d->fallbackKey);
+    return d->read<PR_KeyItem>(key, d->fallbackKey);
 }
 
 bool PR_Preference::getBoolValue(QString const &key, bool value) const
 {
-    return readOr<PR_BoolItem>(key, value, &PR_StringItem::valueAsBool);
+    return d->readOr<PR_BoolItem>(key, value, &PR_StringItem::valueAsBool);
 }
 
 int PR_Preference::getIntValue(QString const &key, int value) const
 {
-    return readOr<PR_IntItem, PR_DoubleItem>(key, value, &PR_StringItem::valueAsInt);
+    return d->readOr<PR_IntItem, PR_DoubleItem>(key, value, &PR_StringItem::valueAsInt);
 }
 
 double PR_Preference::getDoubleValue(QString const &key, double value) const
 {
-    return readOr<PR_DoubleItem, PR_IntItem>(key, value, &PR_StringItem::valueAsDouble);
+    return d->readOr<PR_DoubleItem, PR_IntItem>(key, value, &PR_StringItem::valueAsDouble);
 }
 
 int PR_Preference::getEnumValue(QString const &key, int value) const
 {
-    return readOr<PR_EnumItem>(key, value, &PR_StringItem::valueAsInt);
+    return d->readOr<PR_EnumItem>(key, value, &PR_StringItem::valueAsInt);
 }
 
 unsigned int PR_Preference::getRgbaValue(QString const &key, unsigned int const &value) const
 {
-    return readOr<PR_RgbaItem>(key, value, &PR_StringItem::valueAsRgba);
+    return d->readOr<PR_RgbaItem>(key, value, &PR_StringItem::valueAsRgba);
 }
 
 QString PR_Preference::getStringValue(QString const &key, QString const &value) const
@@ -151,13 +159,13 @@ QString PR_Preference::getFontValue(QString const &key, QString const &value) co
 
 void PR_Preference::setBoolValue(QString const &key, bool value)
 {
-    write<PR_BoolItem>(
-        key, value, [value](QString const &name) { return new PR_BoolItem(PR_PrefItem::Internal, name, value); });
+    d->write<PR_BoolItem>(*this, key, value,
+        [value](QString const &name) { return new PR_BoolItem(PR_PrefItem::Internal, name, value); });
 }
 
 void PR_Preference::setIntValue(QString const &key, int value)
 {
-    write<PR_IntItem>(key, value, [value](QString const &name) {
+    d->write<PR_IntItem>(*this, key, value, [value](QString const &name) {
         return new PR_IntItem(
             PR_PrefItem::Internal, name, value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
     });
@@ -165,26 +173,26 @@ void PR_Preference::setIntValue(QString const &key, int value)
 
 void PR_Preference::setDoubleValue(QString const &key, double value)
 {
-    write<PR_DoubleItem>(
-        key, value, [value](QString const &name) { return new PR_DoubleItem(PR_PrefItem::Internal, name, value); });
+    d->write<PR_DoubleItem>(*this, key, value,
+        [value](QString const &name) { return new PR_DoubleItem(PR_PrefItem::Internal, name, value); });
 }
 
 void PR_Preference::setEnumValue(QString const &key, int value)
 {
-    write<PR_EnumItem>(
-        key, value, [](QString const &name) { return new PR_EnumItem(PR_PrefItem::Internal, name, "enum"); });
+    d->write<PR_EnumItem>(
+        *this, key, value, [](QString const &name) { return new PR_EnumItem(PR_PrefItem::Internal, name, "enum"); });
 }
 
 void PR_Preference::setRgbaValue(QString const &key, unsigned int const &value)
 {
-    write<PR_RgbaItem>(
-        key, value, [value](QString const &name) { return new PR_RgbaItem(PR_PrefItem::Internal, name, value); });
+    d->write<PR_RgbaItem>(*this, key, value,
+        [value](QString const &name) { return new PR_RgbaItem(PR_PrefItem::Internal, name, value); });
 }
 
 void PR_Preference::setStringValue(QString const &key, QString const &value)
 {
-    write<PR_StringItem>(
-        key, value, [&value](QString const &name) { return new PR_StringItem(PR_PrefItem::Internal, name, value); });
+    d->write<PR_StringItem>(*this, key, value,
+        [&value](QString const &name) { return new PR_StringItem(PR_PrefItem::Internal, name, value); });
 }
 
 void PR_Preference::emitPreferenceChanged()
@@ -222,11 +230,14 @@ void PR_Preference::clear()
 
 void PR_Preference::restoreDefault(QString const &key)
 {
-    if (auto const entry = d->items.find(key))
+    if (auto const entry = d->items.find(key)) {
+        d->unresolvedFonts.remove(key);
         entry->restoreDefault();
+    }
 }
 
 void PR_Preference::restoreDefaults()
 {
-    d->items.visitAll([](PR_PrefItem *item) { item->restoreDefault(); });
+    d->unresolvedFonts.clear();
+    d->items.visit([](PR_PrefItem *item) { item->restoreDefault(); });
 }

@@ -5,11 +5,14 @@
 
 #include "PR_PrefConstants.h"
 
+#include "HostPlatform.h"
 #include "OSW_Lang.h"
 #include "WHO_Features.h"
 #include "WHO_Identity.h"
 #include "oswRemapPath.h"
 #include "whoami.h"
+
+#include <QPointer>
 
 #include <utility>
 
@@ -22,7 +25,7 @@ QLatin1String const platformWord("macosx");
 QLatin1String const platformWord("linux");
 #endif
 
-// An element without the attribute is as good as one with the word that holds.
+// An element without the attribute holds everywhere.
 bool conditionHolds(QDomElement const &element, QString const &attribute, QLatin1String word)
 {
     QString const present = word;
@@ -89,10 +92,9 @@ PR_Preference::Error PR_Preference::initPreferences()
         if (PR_Definition::mayReplace(d->items.find(item->getKey()).item()))
             d->items.insert(std::move(item));
     });
-    d->items.visitAll(PR_Definition::detachTexts);
+    d->items.visitInMemoryOrder(PR_Definition::detachTexts);
 
-    int const termStyleLanguage = 4;
-    if (whoami::appIsPanovia() && OSW_Lang::languageID() == termStyleLanguage) {
+    if (whoami::appIsPanovia() && OSW_Lang::languageID() == HostPlatform::TermStyleLanguage) {
         QString const key = QStringLiteral("ST_TERM_STYLE");
         setBoolValue(key, true);
         if (PR_PrefItem *item = find(key))
@@ -109,7 +111,9 @@ bool PR_Preference::isValidOnThisPlatform(QDomElement const &element)
 bool PR_Preference::isValidInThisMode(QDomElement const &element)
 {
     int const mode = WHO_Identity::mode();
-    QLatin1String const word(mode == 2 ? "paint" : mode == 3 ? "scan" : "full");
+    QLatin1String const word(mode == HostPlatform::PaintMode ? "paint"
+            : mode == HostPlatform::ScanMode                 ? "scan"
+                                                             : "full");
     return conditionHolds(element, QStringLiteral("mode"), word);
 }
 
@@ -120,7 +124,10 @@ bool PR_Preference::isValidInThisConfig(PR_PrefItem const *item)
 
 void PR_Preference::setPrefsFlavour(bool flavour)
 {
+    QPointer<PR_Preference> const store = this; // a receiver of a change may delete it
     for (char const *key :
-        { "DRAWING_SELECT_TOOL_IS_LASSO", "CAMERA_PASTE_FORCE_KEY_FRAME", "TIMELINE_PASTE_FORCE_KEY_FRAME" })
-        setBoolValue(QString::fromLatin1(key), !flavour);
+        { "DRAWING_SELECT_TOOL_IS_LASSO", "CAMERA_PASTE_FORCE_KEY_FRAME", "TIMELINE_PASTE_FORCE_KEY_FRAME" }) {
+        if (store)
+            store->setBoolValue(QString::fromLatin1(key), !flavour);
+    }
 }

@@ -40,7 +40,11 @@ PR_Preference::PR_Preference(PR_Preference &other)
     copy(other);
 }
 
-PR_Preference::~PR_Preference() = default;
+PR_Preference::~PR_Preference()
+{
+    // While the store is whole: the destructor of a host's item may look into it.
+    clear();
+}
 
 void PR_Preference::init()
 {
@@ -52,9 +56,9 @@ void PR_Preference::copy(PR_Preference &other)
     if (&other == this)
         return;
     clear();
+    d->unresolvedFonts = other.d->unresolvedFonts;
     d->items.reserve(other.d->items.count());
-    other.d->items.visitAll(
-        [this](PR_PrefItem *item) { d->items.insert(std::unique_ptr<PR_PrefItem>(item->clone())); });
+    other.d->items.visit([this](PR_PrefItem *item) { d->items.insert(std::unique_ptr<PR_PrefItem>(item->clone())); });
 }
 
 PR_Preference *PR_Preference::createLocalPreferences()
@@ -69,13 +73,7 @@ PR_Preference *PR_Preference::createLocalPreferences()
 
 PR_Preference *localPrefs()
 {
-    static PR_Preference *const store = PR_Preference::createLocalPreferences();
-    return store;
-}
-
-quint64 PR_Preference::itemSetStamp() const
-{
-    return d->items.stamp();
+    return storeOfProcess(&PR_Preference::createLocalPreferences);
 }
 
 QString PR_Preference::trUtf8(char const *source, char const *disambiguation)

@@ -18,6 +18,8 @@ constexpr char const *DefaultFileNotFound =
     QT_TRANSLATE_NOOP("PR_Preference", "Default preference file not found: %1 ");
 constexpr char const *BackupRestored = QT_TRANSLATE_NOOP(
     "PR_Preference", "Preference file %1 is empty or corrupted.\nBackup preference file has been restored.");
+constexpr char const *BackupRead =
+    QT_TRANSLATE_NOOP("PR_Preference", "Preference file %1 is empty or corrupted.\nIts backup has been read instead.");
 constexpr char const *DefaultsLoaded = QT_TRANSLATE_NOOP(
     "PR_Preference", "Preference file %1 is empty or corrupted.\nDefault preferences will be loaded instead.");
 //: While saving.

@@ -5,6 +5,9 @@
 #include "PR_Preference.h"
 #include "PR_UserFile_p.h"
 
+#include <QHash>
+#include <QScopedValueRollback>
+
 #include <limits>
 #include <optional>
 
@@ -13,7 +16,34 @@ class BRIVANT_PREFERENCE_NO_EXPORT PR_Preference::Private {
 public:
     Private(QString const &name, bool local);
 
-    void loadElement(PR_Preference &store, PR_UserFile::Element const &element);
+    /*! Changes with every change to which items a store has; a value never comes back, in no store. */
+    static quint64 itemSetStamp(PR_Preference const &store) { return store.d->items.stamp(); }
+
+    /*! \name The rules of the reads and writes by key */
+    /*!\{*/
+    template <class Item, class... Others, class Fallback>
+    auto const &read(QString const &key, Fallback const &fallback) const;
+    template <class... Items, class Value, class Conversion>
+    Value readOr(QString const &key, Value value, Conversion conversion) const;
+    template <class Item, class Value, class Make>
+    void write(PR_Preference &store, QString const &key, Value const &value, Make make);
+    /*!\}*/
+
+    /*! \name Parts of a load */
+    /*!\{*/
+    Error loadValues(PR_Preference &store);
+    void loadElement(PR_Preference &store, PR_UserFile const &userFile, PR_UserFile::Element const &element);
+    void loadText(PR_Preference &store, QString const &path);
+    void useBackup(PR_UserFile &userFile);
+    void noteFont(PR_ItemSet::Entry const &entry, QString const &name);
+    /*!\}*/
+
+    /*! \name Parts of a save */
+    /*!\{*/
+    /*! \a remark tells what had to be left out; empty when nothing had. */
+    QByteArray userFileBytes(QString &remark) const;
+    bool keepPresentFile(QString const &path);
+    /*!\}*/
 
     bool refreshesCache = false;
     Error error = NoError;
@@ -41,8 +71,27 @@ public:
     bool loadFailed = false;
     bool backedUpSinceLoad = false;
 
+    bool isLoading = false;
     // The user's file as the preference set was looked for in it, so that one load parses it once.
     std::optional<PR_UserFile> userFile;
+    // By key, the fonts of the user that a process without a list of fonts could not look up. Such an item is saved
+    // under that name, or the user would lose the font.
+    QHash<QString, QString> unresolvedFonts;
 };
+
+/*! The one store of a kind, created by the first call and kept, also when it is null. Null too for a call from inside
+   of that first one, which comes from a receiver of its reports. After an exception the next call tries again. */
+template <class Store> Store *storeOfProcess(Store *(*create)())
+{
+    static Store *store = nullptr;
+    static bool isCreating = false;
+    static bool isCreated = false;
+    if (!isCreated && !isCreating) {
+        QScopedValueRollback<bool> const creating(isCreating, true);
+        store = create();
+        isCreated = true;
+    }
+    return store;
+}
 
 #endif

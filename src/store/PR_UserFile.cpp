@@ -3,6 +3,7 @@
 #include "PR_PrefConstants.h"
 #include "PR_PrefItem.h"
 
+#include <QCoreApplication>
 #include <QXmlStreamReader>
 
 namespace {
@@ -41,6 +42,11 @@ public:
                 --m_depth;
                 m_node = m_node.parentNode();
                 break;
+            case QXmlStreamReader::DTD:
+                if (m_depth > 0) // the reader lets it pass, a document does not
+                    m_reader.raiseError(
+                        QCoreApplication::translate("PR_XmlFile", "a document type inside of the root"));
+                break;
             default:
                 addContent();
             }
@@ -63,7 +69,7 @@ private:
         QXmlStreamAttributes const attributes = m_reader.attributes();
         for (QXmlStreamAttribute const &attribute : attributes) {
             if (attribute.qualifiedName() == kId)
-                element.id = attribute.value().toString();
+                element.id = QLatin1String("") + attribute.value();
             else
                 element.add(sharedName(attribute.qualifiedName()), attribute.value().toString());
         }
@@ -71,31 +77,39 @@ private:
             m_hasSet = true;
             m_result.m_preferenceSet = element.attribute(kValue);
         }
-        if (m_depth == 1) {
+        if (m_depth == 0) {
+            m_result.m_document.appendChild(element.toDom(m_result.m_document));
+        } else if (m_depth == 1) {
             m_result.m_elements.push_back(
                 { std::move(element), {}, int(m_reader.lineNumber()), int(m_reader.columnNumber()) });
             m_node = QDomNode();
-        } else if (m_depth > 1) {
+        } else {
             m_node = node().appendChild(element.toDom(m_result.m_document));
         }
     }
 
-    // Text and the like; blanks between elements are none.
+    // Text and the like, as a document has it: blanks alone are no node of it.
     void addContent()
     {
-        bool const isText = m_reader.isCharacters();
-        if (m_depth < 2 || (isText && m_reader.isWhitespace() && !m_reader.isCDATA()))
+        if (m_depth < 2)
             return;
         Element &element = m_result.m_elements.back();
         QString const text = m_reader.text().toString();
         QDomDocument &document = m_result.m_document;
-        if (isText && m_reader.isCDATA() && element.dom.isNull() && !element.content.hasCdata) {
+        if (m_reader.isCDATA() && element.dom.isNull() && !element.content.hasCdata) {
             element.content.hasCdata = true;
             element.content.cdata = text;
-        } else if (isText) {
-            node().appendChild(m_reader.isCDATA() ? document.createCDATASection(text) : document.createTextNode(text));
+        } else if (m_reader.isCDATA()) {
+            node().appendChild(document.createCDATASection(text));
+        } else if (m_reader.isCharacters() && !text.trimmed().isEmpty()) {
+            node().appendChild(document.createTextNode(text));
         } else if (m_reader.isComment()) {
             node().appendChild(document.createComment(text));
+        } else if (m_reader.isProcessingInstruction()) {
+            node().appendChild(document.createProcessingInstruction(
+                m_reader.processingInstructionTarget().toString(), m_reader.processingInstructionData().toString()));
+        } else if (m_reader.isEntityReference()) {
+            node().appendChild(document.createEntityReference(m_reader.name().toString()));
         }
     }
 
@@ -103,8 +117,10 @@ private:
     QDomNode node()
     {
         Element &element = m_result.m_elements.back();
-        if (element.dom.isNull())
+        if (element.dom.isNull()) {
             element.dom = element.content.toDom(m_result.m_document);
+            m_result.m_document.documentElement().appendChild(element.dom);
+        }
         if (m_node.isNull())
             m_node = element.dom;
         return m_node;
@@ -117,10 +133,13 @@ private:
     bool m_hasSet = false;
 };
 
-bool PR_UserFile::Element::loadInto(PR_PrefItem &item) const
+bool PR_UserFile::offer(Element const &element, PR_PrefItem &item) const
 {
+    if (!element.dom.isNull())
+        return item.loadXml(element.dom);
     QDomDocument document;
-    return item.loadXml(dom.isNull() ? content.toDom(document) : dom);
+    QDomNode root = document.appendChild(document.importNode(m_document.documentElement(), false));
+    return item.loadXml(root.appendChild(element.content.toDom(document)).toElement());
 }
 
 PR_UserFile::PR_UserFile(QString const &path)

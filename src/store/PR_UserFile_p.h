@@ -17,8 +17,6 @@ public:
         PR_ItemElement content;
         /*! The whole element, where it holds more than the content tells, else null. */
         QDomElement dom;
-        /*! Offers the element to an item of any class; whether the item took it. */
-        bool loadInto(PR_PrefItem &item) const;
         /*! \name Where its tag ends
             The line from 1; the number of characters before the end in that line. */
         /*!\{*/
@@ -32,6 +30,8 @@ public:
 
     PR_XmlFile const &file() const { return m_file; }
     std::vector<Element> const &elements() const { return m_elements; }
+    /*! Offers one of the elements to an item of any class, as a child of the root; whether the item took it. */
+    bool offer(Element const &element, PR_PrefItem &item) const;
     /*! The value of the first element "string", wherever it stands, whose id is "PREFERENCE_SET". */
     QString const &preferenceSet() const { return m_preferenceSet; }
 
@@ -39,7 +39,7 @@ private:
     class Parser;
 
     PR_XmlFile m_file;
-    QDomDocument m_document; // owner of the elements' DOM
+    QDomDocument m_document; // of the root and the elements that have a DOM
     std::vector<Element> m_elements;
     QString m_preferenceSet;
 };

@@ -65,6 +65,8 @@ PR_XmlFile PR_XmlFile::readDocument(QString const &path)
     else
         parsed = result.document.setContent(result.bytes, false, &result.error, &line, &column);
     result.state = parsed ? Read : NotXml;
+    if (!parsed)
+        result.document.clear(); // it holds what stands before the fault, which must not count
     result.errorLine = line;
     result.errorColumn = column;
     result.bytes.clear();

@@ -3,8 +3,6 @@
 #include <QStringDecoder>
 
 namespace {
-constexpr qsizetype maximumDepth = 256;
-constexpr qsizetype maximumAttributes = 256; // of one element
 constexpr qsizetype maximumSizeWithEntities = 64 * 1024; // bytes of a file with a document type of its own
 
 // The position behind the next occurrence of a text; the end when there is none.

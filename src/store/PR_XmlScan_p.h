@@ -10,6 +10,9 @@
    one writes such files of preferences; they are turned away by a scan that takes about a millisecond a megabyte. */
 class PR_XmlScan {
 public:
+    static constexpr qsizetype maximumDepth = 256; /*!< Of nested elements. */
+    static constexpr qsizetype maximumAttributes = 256; /*!< Of one element. */
+
     /*! Scans the bytes, whose encoding need not be UTF-8. */
     explicit PR_XmlScan(QByteArray const &bytes);
 

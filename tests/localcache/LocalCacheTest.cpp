@@ -8,6 +8,7 @@
 #include <QFileInfo>
 
 #include <limits>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -72,11 +73,12 @@ protected:
 TEST_F(LocalCacheTest, LeavesRoomForTheCurrentSceneWithinTheLimit)
 {
     struct {
-        int limit;
+        std::optional<int> limit;
         int others;
         char const *left; // of the others
     } const table[] = {
-        { 10, 9, "01 02 03 04 05 06 07 08 09" },
+        { {}, 9, "01 02 03 04 05 06 07 08 09" },
+        { {}, 11, "03 04 05 06 07 08 09 10 11" },
         { 10, 12, "04 05 06 07 08 09 10 11 12" },
         { 2, 3, "03" },
         { 1, 3, "" },
@@ -85,17 +87,18 @@ TEST_F(LocalCacheTest, LeavesRoomForTheCurrentSceneWithinTheLimit)
         { std::numeric_limits<int>::max(), 3, "01 02 03" },
     };
     for (auto const &row : table) {
-        SCOPED_TRACE(row.limit);
+        SCOPED_TRACE(row.limit.value_or(-1));
         QDir(root).removeRecursively();
-        auto const store = load(limit(row.limit) + scenes(row.others));
+        auto const store = load((row.limit ? limit(*row.limit) : QByteArray()) + scenes(row.others));
         size_t leaving = 0;
         for (auto const &scene : store->recentScenes())
-            leaving += scene.isLeaving;
+            leaving += scene.willBeForgotten;
         store->setRecentScene(u"x/y/current"_s);
         EXPECT_EQ(folders(), row.left);
         EXPECT_EQ(
             leaving, size_t(row.others) - size_t(QString::fromLatin1(row.left).split(u' ', Qt::SkipEmptyParts).size()));
-        EXPECT_EQ(size_t(std::distance(store->constBegin(), store->constEnd())), size_t(row.others) - leaving + 2);
+        EXPECT_EQ(size_t(std::distance(store->constBegin(), store->constEnd())),
+            size_t(row.others) - leaving + (row.limit ? 2 : 1));
     }
 }
 
@@ -140,17 +143,20 @@ TEST_F(LocalCacheTest, NeverRemovesAnythingOutsideTheRoot)
     QDir().mkpath(root + u"/l/m"_s);
     QFile::link(path(u"outside"_s), root + u"/l/m/link"_s); // goes as a link
     QFile::link(path(u""_s), root + u"/l/out"_s);
+    writeFile(u"cache/Brivant Norvelle Local Cache/e/s/cur/x/y/precious"_s, "x");
+    QFile::link(root + u"/e/s/cur"_s, root + u"/below"_s); // leads into the folder of the current scene
     QByteArray elements = limit(1);
     for (char const *key : { "../../outside", "../beside/.", "./../beside", "a/../..", "././.", "e/s/..", "e/./s",
-             "l/m/link", "l/out/outside", "e/s/." })
+             "l/m/link", "l/out/outside", "e/s/.", "below/x/y" })
         elements += scene(key, "2024-01-01T10:00:00");
     QDir().mkpath(root + u"/a"_s);
     auto const store = load(elements);
     store->setRecentScene(u"e/s/cur"_s);
 
     EXPECT_EQ(keys(*store), "MAX_COUNT_SCENES_LOCAL_CACHE e/s/cur");
-    for (char const *left : { "outside/precious", "cache/beside/precious",
-             "cache/Brivant Norvelle Local Cache/e/s/cur/precious", "cache/Brivant Norvelle Local Cache/l/out" })
+    for (char const *left :
+        { "outside/precious", "cache/beside/precious", "cache/Brivant Norvelle Local Cache/e/s/cur/precious",
+            "cache/Brivant Norvelle Local Cache/e/s/cur/x/y/precious", "cache/Brivant Norvelle Local Cache/l/out" })
         EXPECT_TRUE(QFileInfo::exists(path(QString::fromLatin1(left)))) << left;
     EXPECT_FALSE(QFileInfo(root + u"/l/m/link"_s).isSymLink());
 

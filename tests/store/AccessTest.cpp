@@ -3,11 +3,9 @@
 #include "PR_IntItem.h"
 
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <map>
 #include <random>
-#include <sstream>
 
 using namespace Qt::StringLiterals;
 
@@ -29,21 +27,36 @@ protected:
         return std::make_unique<TestStore>(name);
     }
 
-    // What all reads give for a key: those by reference, then those with a default ("d").
+    // The reads that give something else than their fallback or default, and what.
     std::string reads(QString const &key) const
     {
-        auto const number = [](double value) { return value == -1 ? "d" : QString::number(value).toStdString(); };
-        std::ostringstream out;
-        bool const yes = store.getBoolValue(key, false);
-        out << store.getBool(key) << ' ' << store.getInt(key) << ' ' << store.getEnum(key) << ' '
-            << store.getDouble(key) << ' ' << std::hex << store.getRgba(key) << " ["
-            << store.getString(key).toStdString() << "] ["
-            << store.getKey(key).toString(QKeySequence::PortableText).toStdString() << "], "
-            << (yes == store.getBoolValue(key, true) ? number(yes) : "d") << ' ' << number(store.getIntValue(key, -1))
-            << ' ' << number(store.getDoubleValue(key, -1)) << ' ' << number(store.getEnumValue(key, -1)) << ' '
-            << store.getRgbaValue(key, 9) << ' ' << store.getStringValue(key, u"d"_s).toStdString() << ' '
-            << store.getFontValue(key, u"d"_s).toStdString();
-        return out.str();
+        QStringList found;
+        auto const add = [&found](char const *read, auto const &value, auto const &otherwise, QString const &text) {
+            if (!(value == otherwise))
+                found.append(QLatin1String(read) + u' ' + text);
+        };
+        auto const addNumber = [&add](char const *read, auto value, auto otherwise) {
+            add(read, value, otherwise, QString::number(value));
+        };
+        auto const addText = [&add](char const *read, QString const &value, QString const &otherwise) {
+            add(read, value, otherwise, value);
+        };
+        addNumber("getBool", int(store.getBool(key)), 0);
+        addNumber("getInt", store.getInt(key), 0);
+        addNumber("getEnum", store.getEnum(key), 0);
+        addNumber("getDouble", store.getDouble(key), 0.0);
+        add("getRgba", store.getRgba(key), 0U, QString::number(store.getRgba(key), 16));
+        addText("getString", store.getString(key), QString());
+        addText("getKey", store.getKey(key).toString(QKeySequence::PortableText), QString());
+        bool const isBool = store.getBoolValue(key, true) == store.getBoolValue(key, false);
+        add("getBoolValue", isBool, false, QString::number(store.getBoolValue(key, false)));
+        addNumber("getIntValue", store.getIntValue(key, -1), -1);
+        addNumber("getDoubleValue", store.getDoubleValue(key, -1), -1.0);
+        addNumber("getEnumValue", store.getEnumValue(key, -1), -1);
+        add("getRgbaValue", store.getRgbaValue(key, 9), 9U, QString::number(store.getRgbaValue(key, 9), 16));
+        addText("getStringValue", store.getStringValue(key, u"-"_s), u"-"_s);
+        addText("getFontValue", store.getFontValue(key, u"-"_s), u"-"_s);
+        return found.join(u", "_s).toStdString();
     }
 
     std::unique_ptr<TestStore> owner = makeStore();
@@ -56,19 +69,18 @@ TEST_F(AccessTest, ReadsGiveTheItemsValueOrTheFallback)
     store.setEnumValue(u"enum"_s, 3);
     for (QString const &value : { u"yes"_s, u"1 2 3 4"_s })
         store.setStringValue(value, value);
-    // bool int enum double rgba string key, bool int double enum rgba string font
     std::pair<QString, char const *> const rows[] = {
-        { u"bool"_s, "1 0 0 0 0 [] [], 1 d d d 9 Yes d" },
-        { u"int"_s, "0 7 7 0 0 [] [], d 7 7 d 9 7 d" },
-        { u"double"_s, "0 0 0 -2.9 0 [] [], d -2 -2.9 d 9 -2.900000 d" },
-        { u"color"_s, "0 0 0 0 4010203 [] [], d d d d 4010203 (  1   2   3   4) d" },
-        { u"string"_s, "0 0 0 0 0 [12] [], d 12 12 12 9 12 d" },
-        { u"font"_s, "0 1 1 0 0 [] [], d d d 1 9 courier Courier" },
-        { u"shortcut"_s, "0 0 0 0 0 [] [Ctrl+S], d d d d 9 Ctrl+S d" },
-        { u"enum"_s, "0 3 3 0 0 [] [], d d d 3 9 3 d" },
-        { u"yes"_s, "0 0 0 0 0 [yes] [], 1 d d d 9 yes d" },
-        { u"1 2 3 4"_s, "0 0 0 0 0 [1 2 3 4] [], d d d d 4010203 1 2 3 4 d" },
-        { u"INT"_s, "0 0 0 0 0 [] [], d d d d 9 d d" },
+        { u"bool"_s, "getBool 1, getBoolValue 1, getStringValue Yes" },
+        { u"int"_s, "getInt 7, getEnum 7, getIntValue 7, getDoubleValue 7, getStringValue 7" },
+        { u"double"_s, "getDouble -2.9, getIntValue -2, getDoubleValue -2.9, getStringValue -2.900000" },
+        { u"color"_s, "getRgba 4010203, getRgbaValue 4010203, getStringValue (  1   2   3   4)" },
+        { u"string"_s, "getString 12, getIntValue 12, getDoubleValue 12, getEnumValue 12, getStringValue 12" },
+        { u"font"_s, "getInt 1, getEnum 1, getEnumValue 1, getStringValue courier, getFontValue Courier" },
+        { u"shortcut"_s, "getKey Ctrl+S, getStringValue Ctrl+S" },
+        { u"enum"_s, "getInt 3, getEnum 3, getEnumValue 3, getStringValue 3" },
+        { u"yes"_s, "getString yes, getBoolValue 1, getStringValue yes" },
+        { u"1 2 3 4"_s, "getString 1 2 3 4, getRgbaValue 4010203, getStringValue 1 2 3 4" },
+        { u"INT"_s, "" },
     };
     for (auto const &[key, expected] : rows)
         EXPECT_EQ(reads(key), expected) << key;
@@ -86,60 +98,77 @@ TEST_F(AccessTest, DoublesReadAsIntegersAreTruncatedWhenTheyFit)
     }
 }
 
-TEST_F(AccessTest, WritesChangeReplaceCreateOrRefuse)
+namespace {
+using Write = void (*)(PR_Preference &store, QString const &key);
+Write const setBool = [](auto &store, auto &key) { store.setBoolValue(key, false); };
+Write const setInt = [](auto &store, auto &key) { store.setIntValue(key, 15); };
+Write const setDouble = [](auto &store, auto &key) { store.setDoubleValue(key, 0.5); };
+Write const setEnum = [](auto &store, auto &key) { store.setEnumValue(key, 2); };
+Write const setFirstEnum = [](auto &store, auto &key) { store.setEnumValue(key, 0); };
+Write const setRgba = [](auto &store, auto &key) { store.setRgbaValue(key, 0xFF); };
+Write const setString = [](auto &store, auto &key) { store.setStringValue(key, u"new"_s); };
+} // namespace
+
+TEST_F(AccessTest, WritesChangeReplaceOrCreate)
 {
     struct {
-        QString tag;
-        std::function<void(PR_Preference &, QString const &)> set;
-        QString value;
-    } const setters[] = {
-        { u"bool"_s, [](auto &s, auto &key) { s.setBoolValue(key, false); }, u"No"_s },
-        { u"int"_s, [](auto &s, auto &key) { s.setIntValue(key, 15); }, u"15"_s },
-        { u"double"_s, [](auto &s, auto &key) { s.setDoubleValue(key, 0.5); }, u"0.500000"_s },
-        { u"enum"_s, [](auto &s, auto &key) { s.setEnumValue(key, 2); }, u"2"_s },
-        { u"enum"_s, [](auto &s, auto &key) { s.setEnumValue(key, 0); }, u"0"_s },
-        { u"color"_s, [](auto &s, auto &key) { s.setRgbaValue(key, 0xFF); }, u"(  0   0 255   0)"_s },
-        { u"string"_s, [](auto &s, auto &key) { s.setStringValue(key, u"new"_s); }, u"new"_s },
+        Write write;
+        QString key;
+        char const *item; // afterwards
+        int notices;
+    } const rows[] = {
+        { setBool, u"bool"_s, "bool bool=No user", 1 },
+        { setInt, u"int"_s, "int int=15 user", 1 },
+        { setDouble, u"double"_s, "double double=0.500000 user", 1 },
+        { setEnum, u"font"_s, "font font=times user", 1 },
+        { setRgba, u"color"_s, "color color=(  0   0 255   0) user", 1 },
+        { setString, u"string"_s, "string string=new user", 1 },
+        { setString, u"bool"_s, "bool bool=Yes", 0 }, // left alone
+        // Created, or replaced by such a one. It holds the value from the start, but an enumeration begins at 0.
+        { setBool, u"new"_s, "bool new=No internal", 0 },
+        { setDouble, u"string"_s, "double string=0.500000 internal", 0 },
+        { setRgba, u"double"_s, "color double=(  0   0 255   0) internal", 0 },
+        { setString, u"new"_s, "string new=new internal", 0 },
+        { setInt, u"font"_s, "int font=15 internal", 0 },
+        { setInt, u"string"_s, "int string=15 internal", 0 },
+        { setFirstEnum, u"new"_s, "enum new=0 internal", 0 },
+        { setEnum, u"new"_s, "enum new=2 internal", 1 },
+        { setEnum, u"shortcut"_s, "enum shortcut=2 internal", 1 },
     };
-    QStringList const fonts{ u"arial"_s, u"courier"_s, u"times"_s };
-    QStringList const keys{ u"bool"_s, u"int"_s, u"double"_s, u"color"_s, u"string"_s, u"font"_s, u"shortcut"_s,
-        u""_s };
-    for (auto const &setter : setters) {
-        for (QString const &key : keys) {
-            SCOPED_TRACE("set " + setter.tag.toStdString() + " on " + key.toStdString());
-            owner = makeStore();
-            SignalCounter notices(*owner);
-            bool const isEnum = setter.tag == u"enum";
-            bool const isOwn = setter.tag == key || (isEnum && key == u"font");
-            bool const isIgnored = setter.tag == u"string" && !isOwn && !key.isEmpty();
-            bool const isKept = isOwn || isIgnored;
-            QString const value = isIgnored ? owner->getStringValue(key, {})
-                : isOwn && isEnum           ? fonts[setter.value.toInt()]
-                                            : setter.value;
-            setter.set(*owner, key);
-            PR_PrefItem const *item = owner->find(key);
-            EXPECT_EQ(item->valueAsString(), value);
-            EXPECT_EQ(item->getTag(), isKept ? key : setter.tag);
-            EXPECT_EQ(item->getCategory(), isKept ? PR_PrefItem::General : PR_PrefItem::Internal);
-            EXPECT_EQ(item->getOrigin(), isIgnored ? PR_PrefItem::OriginDefault : PR_PrefItem::OriginUser);
-            // A new item holds the value from the start, but an enumeration begins at its first choice.
-            EXPECT_EQ(notices.take(), isOwn || (isEnum && value != u"0") ? 1 : 0);
-            if (auto const *integer = dynamic_cast<PR_IntItem const *>(item)) {
-                EXPECT_EQ(integer->minValue(), isKept ? 0 : least);
-                EXPECT_EQ(integer->maxValue(), isKept ? 9 : greatest);
-            }
-            std::string const all = text(*owner);
-            setter.set(*owner, key); // unchanged
-            if (!key.isEmpty())
-                setter.set(*owner, u"locked "_s + key);
-            EXPECT_EQ(text(*owner), all);
-            EXPECT_EQ(notices.take(), 0);
+    for (auto const &row : rows) {
+        SCOPED_TRACE(row.item);
+        owner = makeStore();
+        SignalCounter notices(*owner);
+        row.write(*owner, row.key);
+        EXPECT_EQ(notices.take(), row.notices);
+        std::string const all = ", " + text(*owner) + ", ";
+        EXPECT_NE(all.find(", " + std::string(row.item) + ", "), std::string::npos) << all;
+        if (auto const *item = dynamic_cast<PR_IntItem *>(owner->find(row.key))) {
+            EXPECT_EQ(item->minValue(), row.notices ? 0 : least);
+            EXPECT_EQ(item->maxValue(), row.notices ? 9 : greatest);
+        }
+        row.write(*owner, row.key);
+        EXPECT_EQ(notices.take(), 0) << "unchanged";
+    }
+}
+
+TEST_F(AccessTest, ALockedItemRefusesEachWriteAndTellsOnce)
+{
+    std::string const before = text(store);
+    SignalCounter notices(store);
+    for (Write const write : { setBool, setInt, setDouble, setEnum, setRgba }) {
+        for (QString const &key : { u"locked bool"_s, u"locked string"_s }) {
+            write(store, key);
             EXPECT_EQ(takeReports(),
-                Reports(isIgnored || key.isEmpty() ? 0 : 1,
-                    "4 This preference has been locked at the facility-wide level.\n Please see your system "
-                    "administrator for details."));
+                Reports{ "4 This preference has been locked at the facility-wide level.\n Please see your system "
+                         "administrator for details." });
         }
     }
+    setString(store, u"locked string"_s);
+    EXPECT_EQ(takeReports().size(), 1U);
+    setString(store, u"locked bool"_s); // no string: left alone
+    EXPECT_EQ(text(store), before);
+    EXPECT_EQ(notices.take(), 0);
 }
 
 TEST_F(AccessTest, EventsOnceDisabledStayOff)
@@ -162,9 +191,11 @@ TEST_F(AccessTest, AKeyMayBelongToTheItemThatGoes)
     store.deleteKey(store.find(u"string"_s)->getKey());
     EXPECT_EQ(store.find(u"string"_s), nullptr);
     store.deleteKey(u"string"_s);
-    store.setIntValue(u"bool 2"_s, 1);
+    for (QString const &key : { u"bool 2"_s, u" bool"_s, u"Bool 2"_s })
+        store.setIntValue(key, 1);
     store.deleteAllKeyBeginingWith(store.find(u"bool"_s)->getKey());
     EXPECT_EQ(store.find(u"bool 2"_s), nullptr);
+    EXPECT_TRUE(store.find(u" bool"_s) && store.find(u"Bool 2"_s)) << "neither blanks nor case are passed over";
 }
 
 TEST_F(AccessTest, AReceiverMayWriteOrDeleteTheStore)
@@ -174,6 +205,12 @@ TEST_F(AccessTest, AReceiverMayWriteOrDeleteTheStore)
     EXPECT_FALSE(store.getBool(u"bool"_s));
     QObject::connect(&store, &PR_Preference::preferenceChanged, [this] { owner.reset(); });
     store.setEnumValue(u"new"_s, 2);
+    EXPECT_EQ(owner, nullptr);
+
+    owner = makeStore();
+    owner->setPrefsFlavour(true);
+    QObject::connect(owner.get(), &PR_Preference::preferenceChanged, [this] { owner.reset(); });
+    owner->setPrefsFlavour(false);
     EXPECT_EQ(owner, nullptr);
 }
 
@@ -191,6 +228,17 @@ TEST_F(AccessTest, KeysAreVisitedInTheOrderOfTheirCodeUnits)
         store.deleteKey((*it)->getKey() + u"\uFFFF");
     }
     EXPECT_EQ(visited, sorted);
+}
+
+TEST_F(AccessTest, AnAssignedKeyDoesNotUpsetTheOrder)
+{
+    store.clear();
+    for (QString const &key : { u"A"_s, u"B"_s, u"C"_s })
+        store.setIntValue(key, 1);
+    auto *const first = static_cast<PR_IntItem *>(*store.begin()); // makes the order
+    *static_cast<PR_IntItem *>(store.find(u"C"_s)) = *first; // behind the back of the store
+    store.deleteAllKeyBeginingWith(u"A"_s);
+    EXPECT_EQ(text(store), "int B=1 internal");
 }
 
 TEST_F(AccessTest, ManyKeysComeAndGoInAnyOrder)

@@ -126,11 +126,16 @@ TEST_F(DefinitionsTest, ConditionsCompareWholeWords)
     }
 }
 
-TEST_F(DefinitionsTest, SetAndOverrideMayBeMissingOrUnreadable)
+TEST_F(DefinitionsTest, ASetOrOverrideThatCannotBeReadAsAWholeDefinesNothing)
 {
     define(category("<int id='MAIN'/>"));
+    QByteArray const lock = "<preferences><category id='General'><int id='MAIN' value='1' facilityOverride='true'/>";
+    QByteArray const end = "</category></preferences>";
+    std::vector<QByteArray> const contents{ "missing", "folder", "", lock,
+        lock + "<string id='X'/><string id='Y' value='a & b'/>" + end, lock + end + "junk",
+        lock + "<string id='X' id='X'/>" + end, lock + "</preferences>" };
     for (QString const &bad : { setName, overrideName }) {
-        for (QByteArray const content : { "missing", "folder", "", "<preferences>" }) {
+        for (QByteArray const &content : contents) {
             define(category("<int id='SET'/>"), setName);
             define(category("<int id='OVERRIDE'/>"), overrideName);
             QString const file = u"install/resources/"_s + bad;

@@ -1,5 +1,7 @@
 #include "StoreTest.h"
 
+#include <QFile>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -55,6 +57,53 @@ TEST_F(InstancesTest, InitLoadsByTheSubclassTheConstructorByTheBase)
     EXPECT_EQ(late.getErrorCode(), PR_Preference::DefaultFileNotFound);
     EXPECT_EQ(TestStore(late).getErrorCode(), PR_Preference::NoError);
     EXPECT_EQ(takeReports().size(), 2U);
+}
+
+TEST_F(InstancesTest, AReportDuringALoadMayAskForTheStoreAgain)
+{
+    // A box that shows the report runs an event loop: anything may happen in it.
+    QByteArray const definitions = "<preferences>" + category("<int id='K' value='1'/>") + "</preferences>";
+    struct {
+        QByteArray definitions, user;
+        int error;
+        char const *items;
+    } const rows[] = {
+        { definitions, {}, 0, "int K=1" },
+        { definitions, "<preferences><int id='K' value='2'/></preferences>", 0, "int K=2 user" },
+        { definitions, "<damaged", 0, "int K=1" },
+        { "<damaged", "<preferences><int id='K' value='2'/></preferences>", 1, "" },
+    };
+    for (auto const &row : rows) {
+        writeFile(u"install/resources/prefs.xml"_s, row.definitions);
+        QFile::remove(path(xmlName));
+        if (!row.user.isEmpty())
+            writeFile(xmlName, row.user);
+        TestStore store(name, false, false);
+        host.report = [&](HostReport const &) {
+            EXPECT_EQ(store.load(), PR_Preference::NoError) << "the code of the load before";
+            store.save();
+            EXPECT_EQ(store.saveStatus().state, PR_Preference::SaveStatus::Failed);
+        };
+        store.init();
+        EXPECT_EQ(store.getErrorCode(), row.error);
+        EXPECT_EQ(text(store), row.items);
+        EXPECT_EQ(readFile(xmlName), row.user);
+    }
+}
+
+TEST_F(InstancesTest, TheLocalStoreIsNullWhileItIsMade)
+{
+    int inner = 0;
+    host.specialFolders = { { 7, path(u"machine"_s) } };
+    host.report = [&](HostReport const &) {
+        EXPECT_EQ(localPrefs(), nullptr);
+        ++inner;
+    };
+    PR_Preference *const store = localPrefs();
+    EXPECT_NE(store, nullptr);
+    EXPECT_GT(inner, 0);
+    EXPECT_EQ(localPrefs(), store);
+    EXPECT_EQ(store->getPathXml(), path(u"machine/Brivant Animation/localpref.xml"_s));
 }
 
 TEST_F(InstancesTest, CopiesAreEqualAndSeparate)

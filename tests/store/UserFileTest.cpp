@@ -8,13 +8,34 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
 #include <csignal>
 #include <limits>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+// What the library asks of the system goes through these two first.
+namespace {
+int syncs = 0;
+int failingSync = -1; // the number of the call that fails
+bool hasLinks = true;
+} // namespace
+
+extern "C" Q_DECL_EXPORT int fsync(int)
+{
+    errno = EIO;
+    return syncs++ == failingSync ? -1 : 0;
+}
+
+extern "C" Q_DECL_EXPORT int link(char const *from, char const *to) noexcept
+{
+    errno = EPERM;
+    return hasLinks ? linkat(AT_FDCWD, from, AT_FDCWD, to, 0) : -1;
+}
 
 namespace {
 class UserFileTest : public StoreTest {
@@ -158,6 +179,11 @@ TEST_F(UserFileTest, ElementsGoToTheirItemsOrBecomeNewOnes)
         { "<int id='LOCK' value='9'/><bool id='LOCK' value='Y'/>", "" },
         { "<int value='5'/><int id='' value='5'/><string/>", "" },
         { "text<!-- note --><group><int id='K' value='5'/></group><?pi?><int id='K' value='6'/>", "int K=6 user" },
+        // Only a section that is the first node counts; blanks are no node, however they are written.
+        { "<string id='TEXT' value='v' cdata='true'>&#32;<![CDATA[s]]></string>", "string TEXT=s user" },
+        { "<string id='TEXT' value='v' cdata='true'><?pi?><![CDATA[s]]></string>", "string TEXT=v user" },
+        { "<string id='TEXT' value='v' cdata='true'><a/><![CDATA[s]]></string>", "string TEXT=v user" },
+        { "<string id='TEXT' value='v' cdata='true'><![CDATA[s]]><![CDATA[t]]></string>", "string TEXT=s user" },
     };
     for (auto const &[elements, saved] : rows) {
         writeFile(xmlName, file(elements));
@@ -168,6 +194,78 @@ TEST_F(UserFileTest, ElementsGoToTheirItemsOrBecomeNewOnes)
             EXPECT_EQ(item->maxValue(), std::numeric_limits<int>::max());
         }
     }
+    // What the values of the new items would go back to.
+    writeFile(xmlName,
+        file("<bool id='B' value='Y'/><color id='C' red='1'/><double id='D' value='1'/><int id='I' value='1'/>"));
+    TestStore const store(name);
+    QStringList defaults;
+    for (QString const &key : { u"B"_s, u"C"_s, u"D"_s, u"I"_s })
+        defaults.append(store.find(key)->defaultValueAsString());
+    EXPECT_EQ(defaults.join(u' '), u"No (255   0   0 255) 0.000000 0"_s);
+}
+
+TEST_F(UserFileTest, ADocumentTypeStandsBeforeTheRootAlone)
+{
+    writeFile(xmlName, file("<!DOCTYPE x><int id='K' value='4'/>"));
+    EXPECT_EQ(text(TestStore(name), true), "");
+    EXPECT_EQ(takeReports().size(), 4U) << "a damaged file, as a document would have it";
+}
+
+TEST_F(UserFileTest, AProcessThatOnlyLooksWritesNothing)
+{
+    writeFile(xmlName, "damaged");
+    writeFile(backupName, older);
+    host.readOnly = true;
+    TestStore store(name);
+    EXPECT_EQ(takeReports(),
+        (Reports{ "2 Unable to parse prefereces file ($/user-pref.xml)",
+            "0 Preference file $/user-pref.xml is empty or corrupted.\nIts backup has been read instead." }));
+    EXPECT_EQ(text(store, true), "int K=5 user");
+    EXPECT_EQ(userFiles(), (QStringList{ xmlName, backupName }));
+    EXPECT_EQ(readFile(xmlName), "damaged");
+
+    store.save(); // of its own accord
+    EXPECT_EQ(readFile(xmlName + u".bad"_s), "damaged");
+    EXPECT_EQ(readFile(backupName), older);
+
+    writeFile(xmlName, "damaged");
+    QFile::remove(path(backupName));
+    EXPECT_EQ(text(TestStore(name), true), "");
+    EXPECT_EQ(takeReports().size(), 4U);
+    EXPECT_EQ(readFile(xmlName), "damaged");
+}
+
+TEST_F(UserFileTest, AFontStaysTheUsersInAProcessWithoutFonts)
+{
+    host.fonts = QStringList();
+    auto const saved = [this](TestStore &store) {
+        store.save();
+        return readFile(xmlName).simplified().mid(39);
+    };
+    QByteArray const times = "<preferences> <font id=\"FONT\" value=\"My Times\"/> </preferences>";
+    for (bool const asText : { false, true }) {
+        QFile::remove(path(xmlName));
+        if (asText)
+            writeFile(u"user.pref"_s, "FONT \"My Times\"");
+        else
+            writeFile(xmlName, file("<font id='FONT' value='My Times'/>"));
+        TestStore store(name);
+        takeReports();
+        EXPECT_EQ(saved(store), times);
+        TestStore copy(store);
+        EXPECT_EQ(saved(copy), times);
+        copy.setEnumValue(u"FONT"_s, 2);
+        copy.setEnumValue(u"FONT"_s, 0);
+        EXPECT_EQ(saved(copy), QByteArray(times).replace("My Times", "0"));
+        store.restoreDefault(u"FONT"_s);
+        EXPECT_EQ(saved(store), "<preferences/>");
+    }
+    // A lock, and fonts that are there, leave nothing to keep.
+    define(category("<font id='FONT' value='' facilityOverride='true'/>"));
+    writeFile(xmlName, file("<font id='FONT' value='My Times'/>"));
+    TestStore locked(name);
+    locked.find(u"FONT"_s)->removeFacilityOverride();
+    EXPECT_EQ(saved(locked), "<preferences/>");
 }
 
 TEST_F(UserFileTest, LegacyTextIsReadTokenByToken)
@@ -177,6 +275,7 @@ TEST_F(UserFileTest, LegacyTextIsReadTokenByToken)
         { "K 5", "int K=5 user" },
         { "NEW v OTHER \"a b\" LAST", "string LAST= internal, string NEW=v internal, string OTHER=a b internal" },
         { "COLOR 1 2 3 4 K 5", "color COLOR=(  1   2   3   4) user, int K=5 user" },
+        { "NEW K K 5 TEXT TEXT", "int K=5 user, string NEW=K internal, string TEXT=TEXT user" },
         { "x K 9\nK 5 y\n\"\" K 8\n", "int K=5 user" },
         { "LOCK 5 K 6", "int K=6 user" },
         // A value that is refused may be the key of a later item, else it begins the next pair.
@@ -259,6 +358,8 @@ TEST_F(UserFileTest, HostileTextsComeBackAndStayStable)
     store.setIntValue(control + u"TEXT"_s, 3);
     store.setStringValue(u"TEXT"_s, u"good"_s);
     store.save();
+    EXPECT_EQ(store.saveStatus().state, PR_Preference::SaveStatus::Saved);
+    EXPECT_EQ(store.saveStatus().reason, u"Left out, as XML cannot hold their keys: TEXT SAME"_s);
 
     QByteArray saved;
     for (int round = 0; round < 3; ++round) {
@@ -346,7 +447,33 @@ TEST_F(UserFileTest, AFailedSaveReportsAndLeavesTheFiles)
     EXPECT_EQ(readFile(backupName), good);
 }
 
-TEST_F(UserFileTest, ASaveNeverWritesOverAFolderOrAnEndlessLink)
+TEST_F(UserFileTest, ASaveFailsWhenTheDiskRefusesToSync)
+{
+    writeFile(xmlName, good);
+    TestStore store(name);
+    for (bool const links : { true, false }) {
+        hasLinks = links;
+        int const needed = links ? 2 : 3; // the new file, the backup where it is a copy, the folder
+        for (failingSync = 0; failingSync <= needed; ++failingSync) {
+            SCOPED_TRACE(failingSync);
+            syncs = 0;
+            QByteArray const before = readFile(xmlName);
+            store.setIntValue(u"K"_s, store.getInt(u"K"_s) + 1);
+            store.save();
+            bool const isSaved = failingSync == needed;
+            EXPECT_EQ(store.saveStatus().state,
+                isSaved ? PR_Preference::SaveStatus::Saved : PR_Preference::SaveStatus::Failed);
+            EXPECT_EQ(takeReports().size(), isSaved ? 0U : 1U);
+            EXPECT_EQ(readFile(xmlName) == before, failingSync < needed - 1);
+            EXPECT_EQ(userFiles(), (QStringList{ xmlName, backupName }).mid(0, readFile(backupName).isEmpty() ? 1 : 2));
+        }
+        EXPECT_EQ(syncs, needed);
+    }
+    hasLinks = true;
+    failingSync = -1;
+}
+
+TEST_F(UserFileTest, ASaveNeverWritesOverAFolderOrASymlinkLoop)
 {
     TestStore store(name, false, false);
     for (bool const isLink : { false, true }) {
@@ -385,8 +512,11 @@ TEST_F(UserFileTest, TheBackupIsTheLastGoodFileOfTheUser)
         store.save();
         EXPECT_EQ(readFile(backupName), row.backup);
         EXPECT_EQ(readFile(xmlName + u".bad"_s), row.damaged);
-        store.save();
-        EXPECT_TRUE(store.getErrorCode() == PR_Preference::NoError || readFile(backupName) == row.backup);
+        TestStore copy(store);
+        for (TestStore *again : { &store, &copy, &copy }) {
+            again->save();
+            EXPECT_TRUE(store.getErrorCode() == PR_Preference::NoError || readFile(backupName) == row.backup);
+        }
     }
 }
 
