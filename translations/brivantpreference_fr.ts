@@ -158,11 +158,11 @@ Sa copie de sauvegarde a été lue à la place.</translation>
     </message>
     <message>
         <source>Left out, as XML cannot hold their keys: %1</source>
-        <translation>Omises, car XML ne peut pas contenir leurs clés : %1</translation>
+        <translation>Omises, car XML ne peut pas contenir leurs clés : %1</translation>
     </message>
     <message>
         <source>Left out, as no load would take it: an element with too many attributes or too deeply nested.</source>
-        <translation>Omis, car aucun chargement ne l’accepterait : un élément qui a trop d’attributs ou qui est imbriqué trop profondément.</translation>
+        <translation>Omis, car aucun chargement ne l’accepterait : un élément qui a trop d’attributs ou qui est imbriqué trop profondément.</translation>
     </message>
     <message>
         <source>The store is being loaded.</source>

@@ -94,7 +94,7 @@ bool replaceByLink(QString const &file, QString const &path)
 }
 
 // Puts a copy in the place of a file, whose permission bits stay.
-bool replaceByCopy(QString const &file, QString const &path, bool *isSynced = nullptr)
+bool replaceByCopy(QString const &file, QString const &path, bool *isSynced)
 {
     QString const temporary = newFileOf(path);
     QFile::remove(temporary); // left by a dead process, it may be a link to anything
@@ -118,7 +118,7 @@ bool replaceByCopy(QString const &file, QString const &path, bool *isSynced = nu
 // link alone.
 bool replaceByCopyOrLink(QString const &file, QString const &path)
 {
-    return replaceByCopy(file, path) || replaceByLink(file, path);
+    return replaceByCopy(file, path, nullptr) || replaceByLink(file, path);
 }
 
 QByteArray contentOf(QString const &path)
@@ -179,6 +179,11 @@ PL_FileSpec PL_FileUtil::BackupFileSpec(PL_FileSpec const &spec)
     QString const path = spec.GetFilePath().ToQString();
     QString const target = linkTarget(path);
     return PL_FileSpec(UT_String(backupOf(target.isEmpty() ? path : target)));
+}
+
+bool PL_FileUtil::BackupFile(PL_FileSpec const &spec)
+{
+    return BackupFile(spec, nullptr);
 }
 
 bool PL_FileUtil::BackupFile(PL_FileSpec const &spec, bool *isSynced)

@@ -16,8 +16,10 @@ public:
     /*! The backup of \a spec, "F~". */
     [[nodiscard]] static PL_FileSpec BackupFileSpec(PL_FileSpec const &spec);
     /*! Makes the present file the backup, without a moment in which either is missing; true also when there is no
-        file yet. \a isSynced, where given, becomes false when the disk refused to sync the backup. */
-    static bool BackupFile(PL_FileSpec const &spec, bool *isSynced = nullptr);
+        file yet. */
+    static bool BackupFile(PL_FileSpec const &spec);
+    /*! The same; \a isSynced becomes false when the disk refuses to sync the backup. */
+    static bool BackupFile(PL_FileSpec const &spec, bool *isSynced);
     /*! Puts the new file in the place of \a spec and syncs the folder; false when either fails. A new file that could
         not be put there is removed. The first time in a process, removes stale new files of dead processes. */
     static bool RenameNewFile(PL_FileSpec const &spec);
