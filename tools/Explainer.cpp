@@ -9,7 +9,7 @@
 
 #include "PR_PrefConstants.h"
 #include "PR_StringItem.h"
-#include "PR_UndefinedItem_p.h"
+#include "PR_UnknownKeyItem_p.h"
 
 #include "PL_FileUtil.h"
 #include "oswRemapPath.h"
@@ -69,7 +69,7 @@ QString conditionsOf(PR_Definition const &definition)
 
 std::shared_ptr<PR_PrefItem> undefinedItem(PR_UserFile const &userFile, PR_UserFile::Element const &element)
 {
-    std::shared_ptr<PR_PrefItem> item = PR_UndefinedItem::create(element.content.tag, element.content.id);
+    std::shared_ptr<PR_PrefItem> item = PR_UnknownKeyItem::create(element.content.tag, element.content.id);
     if (!item || !userFile.offer(element, *item)) {
         item = std::make_shared<PR_StringItem>(PR_PrefItem::Internal, element.content.id, element.content.value());
     }

@@ -4,7 +4,7 @@
 #include "DefinitionHistory.h"
 #include "Explanation.h"
 #include "PrefsStore.h"
-#include "SourceTexts.h"
+#include "SourceText.h"
 
 #include "PR_UserFile_p.h"
 
@@ -31,7 +31,7 @@ private:
     PrefsStore const m_store;
     PR_UserFile const m_userFile;
     std::unique_ptr<DefinitionHistory> const m_definitions;
-    SourceTexts m_texts;
+    SourceTextCache m_texts;
 };
 
 #endif

@@ -3,7 +3,7 @@
 
 #include "DefinitionHistory.h"
 #include "NearestWord.h"
-#include "SourceTexts.h"
+#include "SourceText.h"
 
 /*! The definitions of the installation, read when they are first asked for. One that has none is thrown as a
     Failure. */
@@ -33,7 +33,7 @@ private:
     std::unique_ptr<DefinitionHistory> m_machine;
     std::unique_ptr<DefinitionHistory> m_facility;
     std::optional<NearestWord> m_keys;
-    SourceTexts m_texts;
+    SourceTextCache m_texts;
 };
 
 #endif

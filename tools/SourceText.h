@@ -1,9 +1,12 @@
 #ifndef SOURCETEXT_H
 #define SOURCETEXT_H
 
+#include "PR_Definition_p.h"
+
 #include <QByteArray>
 #include <QString>
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -40,6 +43,19 @@ private:
 
     QByteArray m_bytes;
     mutable std::optional<Lines> m_lines;
+};
+
+/*! The texts of files, each read when it is first asked for. */
+class SourceTextCache {
+public:
+    SourceText const &of(QString const &path);
+
+    Place placeOf(PR_Definition const &definition);
+    /*! The same as "FILE:LINE". */
+    QString placeText(PR_Definition const &definition);
+
+private:
+    std::map<QString, SourceText> m_texts;
 };
 
 #endif

@@ -35,7 +35,7 @@ struct Call {
 struct Verb {
     char const *name;
     char const *arguments; /*!< Words of the kinds of value; "..." behind the last one: one or more of it. */
-    char const *options; /*!< Those that no other verb takes unless it lists them too. */
+    char const *options; /*!< Options specific to this verb. */
     void (*run)(Call const &call);
     char const *help;
     char const *details = ""; /*!< More sentences, for the manual. */

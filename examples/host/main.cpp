@@ -1,5 +1,5 @@
-// A host of the preference library, as small as it can be: it creates the main store, hears of changes, reads values
-// and saves when it ends.
+// A host of the preference library, as small as it can be: it tells the library about itself, creates the main store,
+// hears of changes, reads values and saves when it ends.
 //
 //     example_host [FOLDER]
 //
@@ -8,10 +8,12 @@
 
 #include <HostPlatform.h>
 #include <MSG_Scope.h>
+#include <PL_FileSpec.h>
 #include <PR_CachedPreferences.h>
 #include <PR_Preference.h>
 
 #include <QCoreApplication>
+#include <QDir>
 
 #include <cstdio>
 #include <cstdlib>
@@ -23,6 +25,27 @@ namespace {
 void print(QString const &text)
 {
     std::printf("%s\n", qUtf8Printable(text));
+}
+
+// What the library asks of its host: how messages are shown, where files lie, what the product can do. Each has a
+// default that works, and is looked at when it is needed, so that a change counts from then on.
+void describeHost(QString const &folder)
+{
+    HostPlatform &host = HostPlatform::current();
+    // Translated and filled in. That there is no file yet is only worth a log.
+    host.report = [](HostReport const &report) {
+        if (report.action != MSG_Scope::Log)
+            std::fprintf(stderr, "%s\n", qUtf8Printable(report.text));
+    };
+    host.specialFolders[PL_FileSpec::LocalPreferenceFolder] = folder;
+    host.specialFolders[PL_FileSpec::LocalCacheSettingsFolder] = folder;
+    host.specialFolders[PL_FileSpec::DefaultLocalCacheFolder] = QDir::tempPath();
+    // Which definitions hold: those for this mode, with these words in their attribute "feature", and for morphing.
+    host.mode = HostPlatform::FullMode;
+    host.featureKeywords = QStringList{ u"rigging"_s };
+    host.hasMorphing = true;
+    // The flavour of the product chooses the definition files; the language matters to Panovia alone.
+    host.appIsPanovia = host.hasPanoviaPreferenceUI = false;
 }
 
 // A view of the host. It keeps no copy of a preference: the cached values cost no more than a variable.
@@ -50,12 +73,7 @@ int main(int argc, char **argv)
     QCoreApplication application(argc, argv);
     QString const folder = application.arguments().value(1, u"."_s);
 
-    // What the library has to tell the user comes here, once each, translated and filled in. That there is no file yet
-    // is only worth a log.
-    HostPlatform::current().report = [](HostReport const &report) {
-        if (report.action != MSG_Scope::Log)
-            std::fprintf(stderr, "%s\n", qUtf8Printable(report.text));
-    };
+    describeHost(folder); // before the first store, which reads the definitions
 
     // Reads the definitions of the installation, then the user's file. The name is that of the text file of old
     // versions, which is read when there is no "user-pref.xml"; only the XML file is ever written.

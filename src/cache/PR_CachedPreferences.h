@@ -15,7 +15,7 @@
 class BRIVANT_PREFERENCE_EXPORT PR_CachedPreferences : public PR_Preference {
 public:
     /*! Loads the store named \a name. Only a store from createPreference() refreshes by itself. A second cached store
-        beside a living one is told of on the standard error stream. */
+        beside a living one prints a warning to stderr. */
     explicit PR_CachedPreferences(QString name);
     /*! As that of PR_Preference; the copy does not refresh the cached values by itself. */
     PR_CachedPreferences(PR_CachedPreferences &other);

@@ -21,8 +21,8 @@ struct PR_DefinitionFile {
 struct PR_Definition {
     /*! The item that it defines, its lock included; null when there is no such type. */
     std::unique_ptr<PR_PrefItem> createItem() const;
-    /*! Gives the descriptions of an item, still those of a document, memory of their own. Best done once all items are
-        there: then items lie close together, and a walk over keys or values passes no texts. */
+    /*! Gives the descriptions of an item, still those of a document, memory of their own. Done once all items are
+       there, it keeps items contiguous in memory. */
     static void detachTexts(PR_PrefItem *item);
     /*! Whether a definition takes the place of the item that earlier ones gave its key: a lock stays. */
     static bool mayReplace(PR_PrefItem const *held);

@@ -46,7 +46,7 @@ public:
 
         /*! Calls \a function with the item as its own class, one of the library's; false, and no call, for an item of
            another class, which may do things its own way. */
-        template <class Function> bool visitOwn(Function const &function) const
+        template <class Function> bool visitExact(Function const &function) const
         {
             return m_isOwn
                 && visitFirst<Function, PR_BoolItem, PR_IntItem, PR_StringItem, PR_RgbaItem, PR_DoubleItem, PR_KeyItem,

@@ -1,6 +1,6 @@
 #include "PR_PreferenceMessages_p.h"
 #include "PR_Preference_p.h"
-#include "PR_UndefinedItem_p.h"
+#include "PR_UnknownKeyItem_p.h"
 #include "PR_UserFileWriter_p.h"
 
 #include "PR_PrefConstants.h"
@@ -27,7 +27,7 @@ namespace {
 // Writes the bytes and flushes them to the disk; the reason of a failure, empty when all went well.
 QString writeToDisk(QFile &file, QByteArray const &bytes)
 {
-    // An error of QFile does not tell of a write that was cut short.
+    // QFile does not report short writes.
     if (file.write(bytes) != bytes.size() || !file.flush() || file.size() != bytes.size())
         return file.error() == QFile::NoError ? qt_error_string(ENOSPC) : file.errorString();
 #ifdef Q_OS_UNIX
@@ -188,7 +188,7 @@ void PR_Preference::Private::loadElement(
     auto const isTakenBy = [&](PR_ItemSet::Entry const &entry) {
         bool isTaken = false;
         bool const isOwn =
-            entry.visitOwn([&](auto *item) { isTaken = PR_ItemElementAccess::load(*item, element.content); });
+            entry.visitExact([&](auto *item) { isTaken = PR_ItemElementAccess::load(*item, element.content); });
         if (!isOwn)
             return userFile.offer(element, *entry.item());
         if (isTaken)
@@ -199,7 +199,7 @@ void PR_Preference::Private::loadElement(
     QString const &key = element.content.id;
     if (items.offer([&key] { return key; }, isTakenBy) || key.isEmpty())
         return;
-    auto item = PR_UndefinedItem::create(element.content.tag, key);
+    auto item = PR_UnknownKeyItem::create(element.content.tag, key);
     if (!item || !isTakenBy(PR_ItemSet::Entry(item.get())))
         store.setStringValue(key, element.content.value());
     else if (!items.find(key))
@@ -234,7 +234,7 @@ QByteArray PR_Preference::Private::userFileBytes(QString &remark) const
     };
     // Hands the element of an item of the library's on, if it is saved; false for one of another class.
     auto const passElement = [&](PR_PrefItem *item, auto const &receiver) {
-        return PR_ItemSet::Entry(item).visitOwn([&](auto const *typed) {
+        return PR_ItemSet::Entry(item).visitExact([&](auto const *typed) {
             if (typed->getOrigin() != PR_PrefItem::OriginUser || !hasOwnKey(typed))
                 return;
             auto const font = unresolvedFonts.constFind(typed->getKey());

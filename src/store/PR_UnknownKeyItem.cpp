@@ -1,4 +1,4 @@
-#include "PR_UndefinedItem_p.h"
+#include "PR_UnknownKeyItem_p.h"
 
 #include "PR_BoolItem.h"
 #include "PR_DoubleItem.h"
@@ -7,7 +7,7 @@
 
 #include <limits>
 
-std::unique_ptr<PR_PrefItem> PR_UndefinedItem::create(QString const &type, QString const &key)
+std::unique_ptr<PR_PrefItem> PR_UnknownKeyItem::create(QString const &type, QString const &key)
 {
     auto const category = PR_PrefItem::Internal;
     if (type == QLatin1String("color"))
