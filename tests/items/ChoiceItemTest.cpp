@@ -8,10 +8,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-int allocationsLeft = -1; // by new, until they fail; never while it is negative
+int allocationsLeft = -1; // of arrays, until they fail; never while it is negative
 }
 
-void *operator new(std::size_t size)
+void *operator new[](std::size_t size)
 {
     void *const memory = allocationsLeft == 0 ? nullptr : std::malloc(size);
     allocationsLeft -= allocationsLeft > 0;
@@ -20,12 +20,12 @@ void *operator new(std::size_t size)
     return memory;
 }
 
-void operator delete(void *memory) noexcept
+void operator delete[](void *memory) noexcept
 {
     std::free(memory);
 }
 
-void operator delete(void *memory, std::size_t) noexcept
+void operator delete[](void *memory, std::size_t) noexcept
 {
     std::free(memory);
 }
