@@ -17,12 +17,12 @@ public:
     };
 
     /*! The one instance; lives as long as the process. */
-    static FM_FontManager &instance();
+    [[nodiscard]] static FM_FontManager &instance();
 
     /*! The fonts in a stable order; valid until the next call. */
-    std::vector<FontDesc> const &getAvailableFonts() const;
+    [[nodiscard]] std::vector<FontDesc> const &getAvailableFonts() const;
     /*! Index, in that list, of the font to use when no other is named. */
-    unsigned int getDefaultFontId() const;
+    [[nodiscard]] unsigned int getDefaultFontId() const;
 
 private:
     FM_FontManager() = default;

@@ -17,9 +17,9 @@ public:
     MSG_Text &arg(QString const &value, int fieldWidth = 0);
 
     /*! The English text, its markers unfilled. */
-    QString const &getSource() const { return m_source; }
+    [[nodiscard]] QString const &getSource() const { return m_source; }
     /*! The translated text with the markers filled so far. */
-    QString getText() const { return m_text; }
+    [[nodiscard]] QString getText() const { return m_text; }
 
 private:
     QString m_source;

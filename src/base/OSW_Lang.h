@@ -7,7 +7,7 @@
 class BRIVANT_BASE_EXPORT OSW_Lang {
 public:
     /*! The number of the language (HostPlatform::languageID). */
-    static int languageID();
+    [[nodiscard]] static int languageID();
 };
 
 #endif

@@ -23,9 +23,9 @@ public:
     void IFileSpec(SpecialFolderType folder);
 
     /*! The path; empty when there is none. */
-    UT_String GetFilePath() const { return m_path; }
+    [[nodiscard]] UT_String GetFilePath() const { return m_path; }
     /*! True for an existing folder. */
-    bool IsFolder() const;
+    [[nodiscard]] bool IsFolder() const;
 
 private:
     UT_String m_path;

@@ -16,7 +16,7 @@ public:
     bool openFile(QString const &path);
 
     /*! True when there is no current token. */
-    bool eof() const { return !m_hasToken; }
+    [[nodiscard]] bool eof() const { return !m_hasToken; }
     /*! Advances to the next token; false when there is none. The argument is not used. */
     bool get(bool unused);
     /*! Advances to the first token of a later line than the one on which the current token began. */

@@ -10,9 +10,9 @@
 class BRIVANT_BASE_EXPORT UT_Json {
 public:
     /*! The value of a JSON text, an object as a QVariantMap. \a ok tells whether the text is one JSON value. */
-    static QVariant parse(QString const &text, bool &ok);
+    [[nodiscard]] static QVariant parse(QString const &text, bool &ok);
     /*! Compact JSON that parse() reads back. */
-    static QString serializeStr(QVariant const &value);
+    [[nodiscard]] static QString serializeStr(QVariant const &value);
 };
 
 #endif

@@ -9,11 +9,11 @@
 class BRIVANT_BASE_EXPORT WHO_Features {
 public:
     /*! The feature keywords that definition files can ask for; the argument is not used. */
-    static QStringList keywords(bool all);
+    [[nodiscard]] static QStringList keywords(bool all);
     /*! HostPlatform::hasMorphing. */
-    static bool hasMorphing();
+    [[nodiscard]] static bool hasMorphing();
     /*! HostPlatform::hasPanoviaPreferenceUI. */
-    static bool hasPanoviaPreferenceUI();
+    [[nodiscard]] static bool hasPanoviaPreferenceUI();
 };
 
 #endif

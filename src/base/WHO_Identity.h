@@ -7,7 +7,7 @@
 class BRIVANT_BASE_EXPORT WHO_Identity {
 public:
     /*! Host mode: 2 paint, 3 scan, any other full. */
-    static int mode();
+    [[nodiscard]] static int mode();
 };
 
 #endif

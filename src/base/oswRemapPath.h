@@ -8,7 +8,7 @@
 /*! Translation of stored paths to those of this machine. */
 namespace oswRemapPath {
 /*! The path to use for file access in place of \a path (HostPlatform::remapPath). */
-BRIVANT_BASE_EXPORT QString RemapPath2(QString const &path);
+[[nodiscard]] BRIVANT_BASE_EXPORT QString RemapPath2(QString const &path);
 } // namespace oswRemapPath
 
 #endif

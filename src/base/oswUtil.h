@@ -8,7 +8,7 @@
 /*! Facts about the installation. */
 namespace oswUtil {
 /*! The installation folder, the one that holds "resources"; the argument is not used. */
-BRIVANT_BASE_EXPORT QString ZeltDir(bool native);
+[[nodiscard]] BRIVANT_BASE_EXPORT QString ZeltDir(bool native);
 } // namespace oswUtil
 
 #endif

@@ -12,11 +12,11 @@ namespace tufile {
 /*! True when something stands at \a path, a folder included; a link that leads nowhere does not count, nor does a name
     or path that is too long to exist. Where it cannot be known (a symlink loop, a folder without access, a disk error)
     the answer is true: nothing may be overwritten unread. */
-BRIVANT_BASE_EXPORT bool fileExists(QString const &path);
+[[nodiscard]] BRIVANT_BASE_EXPORT bool fileExists(QString const &path);
 
 /*! Why a file cannot be read whole: it is missing, no regular file (a pipe may never end) or larger than 256 MB, which
     no file of preferences is. Empty when nothing of it stands in the way. */
-BRIVANT_BASE_EXPORT QString whyNotReadable(QString const &path);
+[[nodiscard]] BRIVANT_BASE_EXPORT QString whyNotReadable(QString const &path);
 
 /*! Makes sure that the folder of the file \a path exists; with \a create, missing folders are made. On failure
     gives false and fills \a error with the reason. */

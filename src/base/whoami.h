@@ -6,7 +6,7 @@
 /*! Which product is running. */
 namespace whoami {
 /*! HostPlatform::appIsPanovia. */
-BRIVANT_BASE_EXPORT bool appIsPanovia();
+[[nodiscard]] BRIVANT_BASE_EXPORT bool appIsPanovia();
 } // namespace whoami
 
 #endif

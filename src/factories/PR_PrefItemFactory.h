@@ -18,7 +18,8 @@ public:
     ~PR_AbstractPrefItemFactory() override;
 
     /*! A new item that the caller owns; null when it cannot be allocated. */
-    virtual PR_PrefItem *create(PR_PrefItem::Category category, QString const &key, QDomElement const &definition) = 0;
+    [[nodiscard]] virtual PR_PrefItem *create(
+        PR_PrefItem::Category category, QString const &key, QDomElement const &definition) = 0;
 
     /*! The element name of the definitions that the factory serves. */
     [[nodiscard]] QString const &key() const { return m_key; }

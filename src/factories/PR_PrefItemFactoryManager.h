@@ -11,7 +11,7 @@
 class BRIVANT_PREFERENCE_EXPORT PR_PrefItemFactoryManager {
 public:
     /*! The one registry; created on first use, never destroyed. */
-    static PR_PrefItemFactoryManager *getInstance();
+    [[nodiscard]] static PR_PrefItemFactoryManager *getInstance();
 
     /*! \name Copies */
     /*!\{*/
@@ -22,7 +22,7 @@ public:
     /*!\}*/
 
     /*! The factory registered under exactly \a name, or null. */
-    UT_SharedPtr<PR_AbstractPrefItemFactory> factory(QString const &name);
+    [[nodiscard]] UT_SharedPtr<PR_AbstractPrefItemFactory> factory(QString const &name);
 
 private:
     friend class PR_AbstractPrefItemFactory;

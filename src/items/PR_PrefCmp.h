@@ -12,7 +12,7 @@ public:
     /*! Whether the key of \a a comes before that of \a b. */
     bool operator()(PR_PrefItem const *a, PR_PrefItem const *b) const;
     /*! True when the item's key begins with \a prefix, case-sensitively. */
-    bool startsWith(PR_PrefItem const *item, QString const &prefix) const;
+    [[nodiscard]] bool startsWith(PR_PrefItem const *item, QString const &prefix) const;
 };
 
 #endif

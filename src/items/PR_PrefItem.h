@@ -69,31 +69,31 @@ public:
     virtual void defaultInUser() = 0;
     virtual ~PR_PrefItem();
     /*! An equal item of the same class; the caller owns it. */
-    virtual PR_PrefItem *clone() = 0;
+    [[nodiscard]] virtual PR_PrefItem *clone() = 0;
     /*! Takes over descriptions, origin and values of \a other, an item of the same class. */
     virtual void copy(PR_PrefItem *other);
     /*! The kind of editor that the item needs. */
-    virtual Type getType() const = 0;
+    [[nodiscard]] virtual Type getType() const = 0;
     /*! The current value as a text to show. */
-    virtual QString valueAsString() const = 0;
+    [[nodiscard]] virtual QString valueAsString() const = 0;
     /*! The default as a text to show. */
-    virtual QString defaultValueAsString() const = 0;
+    [[nodiscard]] virtual QString defaultValueAsString() const = 0;
 
     /*! \name Facts
         References stay valid until the item is deleted. */
     /*!\{*/
     /*! The key: what the store finds the item by. */
-    QString const &getKey() const { return m_key; }
+    [[nodiscard]] QString const &getKey() const { return m_key; }
     /*! Element name of the item in the user's file. */
-    QString const &getTag() const { return m_tag; }
+    [[nodiscard]] QString const &getTag() const { return m_tag; }
     /*! The label of an editor. */
-    QString const &getShortDescription() const { return m_shortDescription; }
+    [[nodiscard]] QString const &getShortDescription() const { return m_shortDescription; }
     /*! The help text of an editor. */
-    QString const &getLongDescription() const { return m_longDescription; }
+    [[nodiscard]] QString const &getLongDescription() const { return m_longDescription; }
     /*! The page on which an editor shows the item. */
-    Category getCategory() const { return m_category; }
+    [[nodiscard]] Category getCategory() const { return m_category; }
     /*! Where the current value comes from. */
-    Origin getOrigin() const { return m_origin; }
+    [[nodiscard]] Origin getOrigin() const { return m_origin; }
     /*!\}*/
 
     /*! Replaces the label. */
@@ -118,7 +118,7 @@ public:
     static Category getCategory(QString const &text);
     /*! The text of a category; "Internal" for numbers without a text and for Panovia. It is English, as in the
         definition files; QCoreApplication::translate("PR_PrefItem", text) gives what to show. */
-    static QString getCategoryString(Category category);
+    [[nodiscard]] static QString getCategoryString(Category category);
 
 protected:
     /*! For classes that set a value in another way than by changeValue() of PR_TypedItem. */

@@ -19,13 +19,13 @@ public:
         \a ok tells whether the text has the form. */
     /*!\{*/
     /*! Y or N as first letter, in either case. */
-    bool valueAsBool(bool &ok) const;
+    [[nodiscard]] bool valueAsBool(bool &ok) const;
     /*! A decimal integer. */
-    int valueAsInt(bool &ok) const;
+    [[nodiscard]] int valueAsInt(bool &ok) const;
     /*! A number with a decimal point, whatever the locale. */
-    double valueAsDouble(bool &ok) const;
+    [[nodiscard]] double valueAsDouble(bool &ok) const;
     /*! Four integers, red, green, blue and alpha, separated by white space; what follows is ignored. */
-    unsigned int valueAsRgba(bool &ok) const;
+    [[nodiscard]] unsigned int valueAsRgba(bool &ok) const;
     /*!\}*/
 
 private:

@@ -26,10 +26,10 @@ public:
     };
 
     /*! A new store, loaded, that the caller owns; null when there is no folder for its file. */
-    static PR_LocalCachePref *createLocalCachePrefs();
+    [[nodiscard]] static PR_LocalCachePref *createLocalCachePrefs();
 
     /*! The cache root: the chosen folder, else the default one; empty when there is neither. It need not exist. */
-    QString getLocalCacheRoot();
+    [[nodiscard]] QString getLocalCacheRoot();
     /*! Chooses the cache root; an empty \a path brings back the default. */
     void setLocalCacheRoot(QString const &path);
 
@@ -39,7 +39,7 @@ public:
     void setRecentScene(QString const &key);
 
     /*! The scenes that are remembered, by key. */
-    std::vector<RecentScene> recentScenes();
+    [[nodiscard]] std::vector<RecentScene> recentScenes();
 
     /*! \name Of PR_Preference
         The same operations, on this store. */
@@ -62,6 +62,6 @@ private:
 };
 
 /*! The process's local cache store, created by the first call and kept; null when it could not be created then. */
-BRIVANT_PREFERENCE_EXPORT PR_LocalCachePref *localCachePrefs();
+[[nodiscard]] BRIVANT_PREFERENCE_EXPORT PR_LocalCachePref *localCachePrefs();
 
 #endif
