@@ -73,8 +73,15 @@ void UserFileChecker::checkElement(PR_UserFile::Element const &element)
     if (key.isEmpty())
         return report(Rule::MissingId, u"the element has no id"_s);
     checkRepetition(key);
-    if (m_definitions->steps(key).empty())
+    if (m_definitions->steps(key).empty()) {
+        if (m_known.find(key))
+            return report(Rule::UnknownKey,
+                (m_known.isLocal() ? u"%1 is a setting of the application, not of the machine"_s
+                                   : u"%1 is a setting of the machine, not of the application"_s)
+                    .arg(key),
+                kId);
         return report(Rule::UnknownKey, u"the installation defines no %1"_s.arg(key), kId, m_known.nearestTo(key));
+    }
     auto const *const definition = m_definitions->winner(key);
     if (!definition)
         return;
