@@ -162,11 +162,31 @@ TEST_F(PrefsTest, LeavesFilesThatCannotBeRead)
         { "--local|list", 3, "", "localPrefs.xml" },
     });
     EXPECT_EQ(readFile(u"user-pref.xml"_s), user);
+}
 
+TEST_F(PrefsTest, OnlyWritingMendsADamagedFile)
+{
+    QByteArray const user = "<preferences><int id='INT' value='4'/></preferences>";
     writeFile(u"user-pref.xml~"_s, user);
     writeFile(u"user-pref.xml"_s, "<prefer");
-    expect({ { "get|INT", 0, "4\n", "Backup preference file has been restored" } });
+    writeFile(u"values.json"_s, "{\"INT\": 5}");
+    char const *const backup = "Its backup has been read instead";
+    expect({
+        { "get|INT", 0, "4\n", backup },
+        { "list|--changed", 0, "INT\tint\t4\n", backup },
+        { "diff", 0, "INT\t3\t4\n", backup },
+        { "dump|--changed", 0, "{\n    \"INT\": 4\n}\n", backup },
+        { "load|--dry-run|$/values.json", 0, "INT\t4\t5\n", backup },
+    });
+    EXPECT_NE(run({ u"describe"_s, u"INT"_s }).out.find("\nValue: 4\n"), std::string::npos);
+    EXPECT_NE(run({ u"explain"_s, u"INT"_s }).out.find("\t$/user-pref.xml~:1\t"), std::string::npos);
+    EXPECT_EQ(run({ u"check"_s, path(u"user-pref.xml"_s) }).status, 3);
+    EXPECT_EQ(readFile(u"user-pref.xml"_s), "<prefer");
+    EXPECT_FALSE(QFile::exists(path(u"user-pref.xml.bad"_s)));
+
+    expect({ { "set|INT|6", 0, "", "Backup preference file has been restored" }, { "get|INT", 0, "6\n" } });
     EXPECT_EQ(readFile(u"user-pref.xml.bad"_s), "<prefer");
+    EXPECT_EQ(readFile(u"user-pref.xml~"_s), user);
 }
 
 TEST_F(PrefsTest, OptionsDescribeTheHost)
