@@ -75,6 +75,16 @@ protected:
         return QStringLiteral(BRIVANT_TRANSLATIONS "/brivantpreference_") + language + u".ts"_s;
     }
 
+    static QString translated(QString const &language, QString const &source)
+    {
+        for (Entry const &entry : entriesOf(sourceFile(language))) {
+            if (entry.source == source)
+                return entry.translation;
+        }
+        ADD_FAILURE() << source << " has no translation";
+        return {};
+    }
+
     // What a host does, with the file that lies beside the shipped resources.
     void install(QString const &language)
     {
@@ -100,6 +110,10 @@ protected:
         EXPECT_TRUE(process.waitForFinished()) << process.errorString();
         return QString::fromUtf8(process.readAllStandardError());
     }
+
+    QString const lock =
+        u"This preference has been locked at the facility-wide level.\n Please see your system administrator "
+        "for details."_s;
 
 private:
     QTranslator m_translator;
@@ -139,70 +153,39 @@ TEST_F(TranslationsTest, SourcesAndTranslationsHaveTheSameMessages)
 
 TEST_F(TranslationsTest, ReportsAreInTheLanguageOfTheHost)
 {
-    struct Texts {
-        QString language;
-        char const *parseFailure;
-        char const *lock;
-        QString noFile;
-        QString noDefinitions;
-        QString category;
-    };
-    Texts const tables[] = {
-        { u"fr"_s, "2 Impossible d’analyser le fichier de préférences ($/install/resources/prefs.xml)",
-            "4 Cette préférence a été verrouillée pour l’ensemble du studio.\n"
-            "Pour plus de détails, adressez-vous à votre administrateur système.",
-            u"Aucun fichier n’est prévu pour ces préférences."_s,
-            u"Fichier des préférences par défaut introuvable\u00A0: %1 "_s, u"Mode dessin"_s },
-        { u"ja"_s, "2 環境設定ファイルを解析できません（$/install/resources/prefs.xml）",
-            "4 この環境設定は、施設全体でロックされています。\n詳しくは、システム管理者にお問い合わせください。",
-            u"この環境設定には保存先のファイルがありません。"_s, u"既定の環境設定ファイルが見つかりません: %1 "_s,
-            u"描画モード"_s },
-    };
-    for (Texts const &texts : tables) {
-        SCOPED_TRACE(testing::PrintToString(texts.language));
-        ASSERT_NO_FATAL_FAILURE(install(texts.language));
-
+    for (QString const &language : languages()) {
+        SCOPED_TRACE(testing::PrintToString(language));
+        ASSERT_NO_FATAL_FAILURE(install(language));
         writeFile(u"install/resources/prefs.xml"_s, "<preferences");
         TestStore failed({});
-        EXPECT_EQ(reports.at(0).source, u"Unable to parse prefereces file (%1)"_s);
-        EXPECT_EQ(takeReports(), std::vector<std::string>{ texts.parseFailure });
-        EXPECT_EQ(failed.getErrorMessage().getText(), texts.noDefinitions.arg(path(u"install/resources/prefs.xml"_s)));
+        QString const source = u"Unable to parse prefereces file (%1)"_s;
+        EXPECT_EQ(reports.at(0).source, source);
+        EXPECT_EQ(reports.at(0).text, translated(language, source).arg(path(u"install/resources/prefs.xml"_s)));
+        reports.clear();
         failed.save();
-        EXPECT_EQ(failed.saveStatus().reason, texts.noFile);
+        EXPECT_EQ(failed.saveStatus().reason, translated(language, u"The store has no preference file."_s));
 
-        define(category("<int id='LOCKED' value='1' facilityOverride='true'/>", "Drawing Mode"));
+        define(category("<int id='LOCKED' value='1' facilityOverride='true'/>"));
         TestStore store({});
-        takeReports();
+        reports.clear();
         store.setIntValue(u"LOCKED"_s, 2);
-        EXPECT_EQ(takeReports(), std::vector<std::string>{ texts.lock });
-        QString const name = PR_PrefItem::getCategoryString(store.find(u"LOCKED"_s)->getCategory());
-        EXPECT_EQ(name, u"Drawing Mode"_s);
-        EXPECT_EQ(QCoreApplication::translate("PR_PrefItem", name.toUtf8().constData()), texts.category);
+        EXPECT_EQ(reports.at(0).text, translated(language, lock));
+        reports.clear();
     }
 }
 
 TEST_F(TranslationsTest, ProgramSpeaksTheLanguageOfItsUser)
 {
     define(category("<int id='LOCKED' value='1' facilityOverride='true'/>"));
-    QString const english = u"This preference has been locked at the facility-wide level.\n Please see"_s;
-    QString const french = u"Cette préférence a été verrouillée pour l’ensemble du studio.\nPour plus"_s;
-    QString const japanese = u"この環境設定は、施設全体でロックされています。\n詳しくは"_s;
-    struct Session {
-        char const *variables;
-        QString message;
+    std::pair<char const *, char const *> const sessions[] = {
+        { "LC_ALL=fr_FR.UTF-8", "fr" }, { "LANG=de_DE.UTF-8 LC_MESSAGES=ja_JP.UTF-8", "ja" },
+        { "LANG=de_DE.UTF-8 LANGUAGE=de:ja:fr", "ja" },
+        { "LANG=en_GB.UTF-8 LANGUAGE=en_GB:fr", "" }, // needs none, and comes first
+        { "LC_ALL=C LANG=fr_FR.UTF-8 LANGUAGE=fr", "" }, // what a script asks for
     };
-    Session const sessions[] = {
-        { "LC_ALL=fr_FR.UTF-8", french },
-        { "LANG=fr_CA.UTF-8", french },
-        { "LANG=de_DE.UTF-8 LC_MESSAGES=ja_JP.UTF-8", japanese },
-        { "LANG=de_DE.UTF-8 LANGUAGE=de:ja:fr", japanese },
-        { "LANG=de_DE.UTF-8", english }, // there is no translation
-        { "LANG=en_GB.UTF-8 LANGUAGE=en_GB:fr", english }, // needs none, and comes first
-        { "LC_ALL=C LANG=fr_FR.UTF-8 LANGUAGE=fr", english }, // what a script asks for
-        { "", english },
-    };
-    for (Session const &session : sessions) {
-        QString const messages = messagesOfProgram(session.variables, { u"set"_s, u"LOCKED"_s, u"2"_s });
-        EXPECT_TRUE(messages.startsWith(u"prefs: "_s + session.message)) << session.variables << ": " << messages;
+    for (auto const &[variables, language] : sessions) {
+        QString const messages = messagesOfProgram(variables, { u"set"_s, u"LOCKED"_s, u"2"_s });
+        QString const text = *language ? translated(QLatin1String(language), lock) : lock;
+        EXPECT_TRUE(messages.startsWith(u"prefs: "_s + text)) << variables << ": " << messages;
     }
 }
