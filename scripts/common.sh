@@ -1,13 +1,13 @@
 # Sourced by run, test and .ci/run: the packages, and how they are installed, built and tested.
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-l10n-tools libgtest-dev)
 fuzz_packages=("${build_packages[@]}" clang libclang-rt-14-dev)
-test_packages=("${fuzz_packages[@]}" libbenchmark-dev libxml2-utils strace pkgconf doxygen mandoc zsh python3
+test_packages=("${build_packages[@]}" libbenchmark-dev libxml2-utils strace pkgconf doxygen mandoc zsh python3
     xvfb qt6-qpa-plugins fonts-dejavu-core)
-ci_packages=("${test_packages[@]}" git clang-format clang-tidy)
+ci_packages=("${test_packages[@]}" "${fuzz_packages[@]}" git clang-format clang-tidy shellcheck)
 
 # Progress goes to the error stream: the output of `./run ARGUMENTS` is that of the program alone.
 say() { printf '== %s\n' "$*" >&2; }
@@ -69,7 +69,7 @@ run_tests()
 {
     say "testing preset $1"
     (
-        cd "$root"
+        cd "$root" || exit
         unset DISPLAY WAYLAND_DISPLAY
         export QT_QPA_PLATFORM=offscreen
         ctest --preset "$1" --parallel 2 --no-tests=error "${@:2}" </dev/null

@@ -24,7 +24,7 @@ bool TULex::openFile(QString const &path)
 
 bool TULex::get(bool)
 {
-    while (m_position < m_text.size() && m_text[m_position].isSpace())
+    while (m_position < m_text.size() && m_text.at(m_position).isSpace())
         ++m_position;
     qsizetype const start = m_position;
     m_token.clear();
@@ -32,10 +32,10 @@ bool TULex::get(bool)
     if (!m_hasToken)
         return false;
 
-    if (m_text[m_position] == u'"') {
+    if (m_text.at(m_position) == u'"') {
         readQuoted();
     } else {
-        while (m_position < m_text.size() && !m_text[m_position].isSpace())
+        while (m_position < m_text.size() && !m_text.at(m_position).isSpace())
             ++m_position;
         m_token = m_text.mid(start, m_position - start);
     }
@@ -45,12 +45,12 @@ bool TULex::get(bool)
 void TULex::readQuoted()
 {
     ++m_position;
-    while (m_position < m_text.size() && !isLineEnd(m_text[m_position])) {
-        QChar c = m_text[m_position++];
+    while (m_position < m_text.size() && !isLineEnd(m_text.at(m_position))) {
+        QChar c = m_text.at(m_position++);
         if (c == u'"')
             return;
         if (c == u'\\' && m_position < m_text.size()) {
-            QChar const escaped = m_text[m_position];
+            QChar const escaped = m_text.at(m_position);
             if (escaped == u'"' || escaped == u'\\' || escaped == u'n') {
                 c = escaped == u'n' ? QChar(u'\n') : escaped;
                 ++m_position;
@@ -64,7 +64,7 @@ void TULex::skipToNextLine()
 {
     if (!m_hasToken)
         return;
-    while (m_position < m_text.size() && !isLineEnd(m_text[m_position]))
+    while (m_position < m_text.size() && !isLineEnd(m_text.at(m_position)))
         ++m_position;
     get(false);
 }

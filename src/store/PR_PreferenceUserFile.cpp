@@ -100,12 +100,16 @@ void PR_Preference::Private::loadText(PR_Preference &store, QString const &path)
     // An item that cannot read its value has moved on to a token that may be the key of a later item.
     auto const currentToken = [&lex] { return QString(lex); };
     auto const isTakenBy = [this, &lex](PR_ItemSet::Entry const &entry) {
-        TULex ahead = lex;
-        ahead.get(false);
-        if (!entry->load(lex))
-            return false;
-        noteFont(entry, ahead);
-        return true;
+        QString font;
+        if (entry.as<PR_FontItem>()) {
+            TULex ahead = lex;
+            ahead.get(false);
+            font = ahead;
+        }
+        bool const isTaken = entry->load(lex);
+        if (isTaken)
+            noteFont(entry, font);
+        return isTaken;
     };
 
     int const shortTokenLimit = 1000;

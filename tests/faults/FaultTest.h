@@ -23,6 +23,14 @@ protected:
     {
         return Program::run(program, arguments(verb, store, more), limits);
     }
+    /*! Calls a function for each index below a count, two at a time; for one in \a stride of them unless all faults are
+        asked for. */
+    static void forSome(std::size_t count, std::size_t stride, std::function<void(std::size_t)> const &function)
+    {
+        if (qEnvironmentVariableIsSet("BRIVANT_ALL_FAULTS"))
+            stride = 1;
+        Program::forEach((count + stride - 1) / stride, [&](std::size_t i) { function(i * stride); });
+    }
     /*! The new files beside a store, which no finished process leaves. */
     static QStringList newFiles(QString const &folder)
     {

@@ -3,7 +3,8 @@
 #   exported_symbols.sh LIBRARY_FOLDER [--update]
 #
 # Every name is a promise to the modules that link the library: one that goes breaks them. Private members of exported
-# classes are in the lists too. The variables behind the cached values are not: PR_CachedValues.def lists them.
+# classes are in the lists too. The variables behind the cached values are not: PR_CachedValues.def lists them. A member
+# of a class template stands for all its instantiations, with "..." in the place of what differs.
 set -euo pipefail
 export LC_ALL=C
 here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
@@ -14,7 +15,9 @@ for name in Base Preference; do
     list=exported-symbols-${name,,}.txt
     # Names that begin with "_" are the linker's and the sanitizers'.
     exported=$(nm -D --defined-only --demangle "$libraries/libBrivant$name.so" | cut -d' ' -f3- \
-        | grep -v -e '^_' -e '^PR_CachedPreferences::_' | sort -u)
+        | grep -v -e '^_' -e '^PR_CachedPreferences::_' \
+        | sed -E '/PR_TypedItem</{s/<[^<>]*>/<...>/; s/[(].*/(...)/}' \
+        | sort -u)
     if [ "${2:-}" = --update ]; then
         printf '%s\n' "$exported" >"$here/$list"
     else
