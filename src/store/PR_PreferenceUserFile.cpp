@@ -238,12 +238,15 @@ QByteArray PR_Preference::Private::userFileBytes(QString &remark) const
     };
     // Hands the element of an item of the library's on, if it is saved; false for one of another class.
     auto const passElement = [&](PR_PrefItem *item, auto const &receiver) {
-        return PR_ItemSet::Entry(item).visitExact([&](auto const *typed) {
+        PR_ItemSet::Entry const entry(item);
+        return entry.visitExact([&](auto const *typed) {
             if (typed->getOrigin() != PR_PrefItem::OriginUser || !hasOwnKey(typed))
                 return;
-            auto const font = unresolvedFonts.constFind(typed->getKey());
-            receiver(font == unresolvedFonts.cend() ? PR_ItemElementAccess::of(*typed)
-                                                    : PR_ItemElement::of(typed->getTag(), typed->getKey(), *font));
+            auto const *const font = entry.as<PR_FontItem>();
+            bool const isUnresolved = font && font->value() == 0 && unresolvedFonts.contains(font->getKey());
+            receiver(isUnresolved
+                    ? PR_ItemElement::of(typed->getTag(), typed->getKey(), unresolvedFonts.value(typed->getKey()))
+                    : PR_ItemElementAccess::of(*typed));
         });
     };
 

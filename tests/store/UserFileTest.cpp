@@ -254,6 +254,9 @@ TEST_F(UserFileTest, AFontStaysTheUsersInAProcessWithoutFonts)
         EXPECT_EQ(saved(store), times);
         TestStore copy(store);
         EXPECT_EQ(saved(copy), times);
+        TestStore other(store);
+        other.setIntValue(u"FONT"_s, 0); // in the place of the font
+        EXPECT_EQ(saved(other), QByteArray(times).replace("font", "int").replace("My Times", "0"));
         copy.setEnumValue(u"FONT"_s, 2);
         copy.setEnumValue(u"FONT"_s, 0);
         EXPECT_EQ(saved(copy), QByteArray(times).replace("My Times", "0"));
