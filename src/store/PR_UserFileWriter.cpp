@@ -110,7 +110,7 @@ void appendInstruction(QString &out, QString const &target, QString const &raw)
 {
     QString text = PR_UserFileWriter::xmlText(raw);
     text.replace(QLatin1String("?>"), QLatin1String("? >"));
-    out.append(QLatin1String("<?")).append(target).append(u' ').append(text).append(QLatin1String("?>"));
+    out.append(QLatin1String("<?")).append(target).append(u' ').append(text).append(QLatin1String("?>\n"));
 }
 
 // Whether a node is a processing instruction that may stand in an element.
@@ -213,17 +213,17 @@ void PR_UserFileWriter::appendNode(QDomNode const &node, int depth)
         return appendCdata(m_content, node.nodeValue());
     if (node.isText())
         return appendEscaped(m_content, node.nodeValue(), false);
+    if (isInstruction(node))
+        return appendInstruction(m_content, node.nodeName(), node.nodeValue());
     // An entity reference would have nothing to refer to.
-    if (!node.isElement() && !node.isComment() && !isInstruction(node))
+    if (!node.isElement() && !node.isComment())
         return;
     if (!isText(node.previousSibling()))
         m_content.append(QString(depth, u' '));
     if (node.isElement())
         appendElement(node.toElement(), depth);
-    else if (node.isComment())
-        appendComment(m_content, node.nodeValue());
     else
-        appendInstruction(m_content, node.nodeName(), node.nodeValue());
+        appendComment(m_content, node.nodeValue());
     if (!isText(node.nextSibling()))
         m_content.append(u'\n');
 }

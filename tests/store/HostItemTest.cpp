@@ -233,7 +233,7 @@ TEST_F(HostItemTest, SeesOneDocumentAndKeepsWhatItAddsToIt)
  <größe id="SIZE" value="1"/>
  <string id="LINES" value="a]]&gt;&#xd;&#xa;b"/>
  <ns:curve id="CURVE">
-  <?tool a? >b?>
+<?tool a? >b?>
   <point>1 &lt; 2 ]]&gt;<![CDATA[a]]]]><![CDATA[>b]]></point>
   <empty/>
  </ns:curve>
