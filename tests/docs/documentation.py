@@ -160,7 +160,7 @@ def run_section(commands, environment):
     # The status is handed on, for a command such as "echo $?".
     end = f"status=$?; printf '\\n{mark} %d\\n' $status; (exit $status)"
     script = "".join(f"{command.text}\n{end}\n" for command in commands)
-    shell = subprocess.run(["bash", "-c", script], cwd=environment["HOME"], env=environment, timeout=60, text=True,
+    shell = subprocess.run(["bash", "-c", script], cwd=environment["HOME"], env=environment, timeout=60, encoding="utf-8",
         stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
     outputs = re.split(rf"\n{mark} (\d+)\n", shell.stdout)
     for index, command in enumerate(commands):
