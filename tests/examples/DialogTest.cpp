@@ -287,19 +287,29 @@ TEST_F(DialogTest, ShowsChangesFromOutside)
     EXPECT_EQ(value("TEXT"), u"newer"_s);
 }
 
+TEST_F(DialogTest, OffersAFieldForEachShippedPreference)
+{
+    host.installFolder.clear(); // the shipped definitions
+    open();
+    auto *const list = field<QListWidget>("categories");
+    for (int row = 0; row < list->count(); ++row)
+        list->setCurrentRow(row);
+    auto const lines = dialog->findChildren<ItemEditor *>();
+    EXPECT_EQ(lines.size(), std::distance(store->begin(), store->end()));
+    for (auto const *const line : lines)
+        EXPECT_FALSE(qobject_cast<QLabel *>(line->field())) << line->key(); // what stands for an unknown type
+}
+
 TEST_F(DialogTest, TellsOfAFailedSave)
 {
     writeFile(u"file"_s, "where the folder should be");
     open(u"file/user.pref"_s);
     auto const *const error = field<QWidget>("error");
-    auto const closeInVain = [&](char const *with) {
-        testing::internal::CaptureStderr(); // the library says it there, too
-        click(button(with));
-        EXPECT_NE(testing::internal::GetCapturedStderr(), "");
-        EXPECT_EQ(takeReports().size(), 1U);
-    };
     click(field<QCheckBox>("BOOL"));
-    closeInVain("Close");
+    testing::internal::CaptureStderr(); // the library says it there, too
+    click(button("Close"));
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(takeReports().size(), 1U);
     EXPECT_TRUE(dialog->isVisible() && error->isVisible());
     QString told;
     for (auto const *const label : error->findChildren<QLabel *>())

@@ -164,3 +164,15 @@ TEST_F(SchemaTest, AcceptsWhatASaveWrites)
     QString messages;
     EXPECT_TRUE(validate(m_userFile, { path(u"user-pref.xml"_s) }, &messages)[0]) << messages;
 }
+
+TEST_F(SchemaTest, EditorsFindHelpForEachElementAndAttribute)
+{
+    QString const firstWithout = u"string(//*[(name()='element' or name()='attribute') and @name and "
+                                 "not(*[name()='a:documentation'])]/@name)"_s;
+    for (QString const &schema : { m_definitions, m_userFile }) {
+        QProcess xmllint;
+        xmllint.start(u"xmllint"_s, { u"--xpath"_s, firstWithout, schema });
+        EXPECT_TRUE(xmllint.waitForFinished() && xmllint.exitCode() == 0) << xmllint.errorString();
+        EXPECT_EQ(QString::fromUtf8(xmllint.readAllStandardOutput()).trimmed(), QString()) << schema;
+    }
+}
