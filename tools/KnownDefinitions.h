@@ -12,7 +12,8 @@ public:
     /*! Those of the machine's settings when \a local. */
     explicit KnownDefinitions(bool local);
 
-    bool isLocal() const { return m_local; }
+    /*! Whether user's files are checked as those of the machine's settings, not of the application's. */
+    bool isOfMachine() const { return m_local; }
 
     /*! The main files of both stores: sets and overrides are laid over both. */
     std::vector<DefinitionHistory const *> mainFiles();

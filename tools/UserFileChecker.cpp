@@ -73,21 +73,25 @@ void UserFileChecker::checkElement(PR_UserFile::Element const &element)
     if (key.isEmpty())
         return report(Rule::MissingId, u"the element has no id"_s);
     checkRepetition(key);
-    if (m_definitions->steps(key).empty()) {
-        if (m_known.find(key))
-            return report(Rule::UnknownKey,
-                (m_known.isLocal() ? u"%1 is a setting of the application, not of the machine"_s
-                                   : u"%1 is a setting of the machine, not of the application"_s)
-                    .arg(key),
-                kId);
-        return report(Rule::UnknownKey, u"the installation defines no %1"_s.arg(key), kId, m_known.nearestTo(key));
-    }
+    if (m_definitions->steps(key).empty())
+        return reportUnknownKey(key);
     auto const *const definition = m_definitions->winner(key);
     if (!definition)
         return;
     if (definition->item->hasFacilityOverride(false))
         report(Rule::DroppedByLock, u"%1 locks the key"_s.arg(m_known.placeText(definition->definition)), kId);
     checkValue(*definition->item, element);
+}
+
+void UserFileChecker::reportUnknownKey(QString const &key)
+{
+    if (!m_known.find(key))
+        return report(Rule::UnknownKey, u"the installation defines no %1"_s.arg(key), kId, m_known.nearestTo(key));
+    report(Rule::UnknownKey,
+        (m_known.isOfMachine() ? u"%1 is a setting of the application, not of the machine"_s
+                               : u"%1 is a setting of the machine, not of the application"_s)
+            .arg(key),
+        kId);
 }
 
 void UserFileChecker::checkRepetition(QString const &key)

@@ -23,6 +23,8 @@ public:
 private:
     void checkSet();
     void checkElement(PR_UserFile::Element const &element);
+    /*! The store of the file has no such key. */
+    void reportUnknownKey(QString const &key);
     void checkRepetition(QString const &key);
     void checkValue(PR_PrefItem &definition, PR_UserFile::Element const &element);
 

@@ -74,8 +74,8 @@ public:
     bool isLoading = false;
     // The user's file as the preference set was looked for in it, so that one load parses it once.
     std::optional<PR_UserFile> userFile;
-    // By key, the fonts of the user that a process without a list of fonts could not look up: their items have the index
-    // 0. Such an item is saved under that name, or the user would lose the font.
+    // By key, the fonts of the user that a process without a list of fonts could not look up: their items have the
+    // index 0. Such an item is saved under that name, or the user would lose the font.
     QHash<QString, QString> unresolvedFonts;
 };
 

@@ -12,7 +12,8 @@ comment before it can give the function parameters, or say that the piece stands
 A piece in console holds commands, each behind "$ ", with what they print on either stream. A command goes on behind a
 backslash and to the end of a here-document. A line "..." stands for any lines. A command may fail only where something
 is shown that it prints. Each section ("## ") starts anew: as the user ada in a home folder without files, with a fresh
-installation in /opt/brivant (both below a temporary folder that is not shown), RESOURCES being its definition files.
+installation in /opt/brivant (both below a temporary folder that is not shown), RESOURCES being its definition files
+and HERE the folder of the text. With PREFS_UPDATE_EXPECTED in the environment, what is printed is written into the text.
 """
 
 import os
@@ -127,9 +128,13 @@ def check_texts(*files):
 
 @dataclass
 class Command:
-    place: str
+    file: str
+    line: int
     text: str
     expected: list
+
+    def end(self):  # the number of its last line
+        return self.line + self.text.count("\n")
 
 
 def commands_of(piece):
@@ -139,7 +144,7 @@ def commands_of(piece):
             commands[-1].text += "\n" + line
             end = None if line == end or (end == "\\" and not line.endswith("\\")) else end
         elif line.startswith("$ "):
-            commands.append(Command(f"{piece.file}:{number}", line[2:], []))
+            commands.append(Command(piece.file, number, line[2:], []))
             document = re.search(r"<<'?(\w+)'?", line)
             end = document[1] if document else "\\" if line.endswith("\\") else None
         elif commands:
@@ -149,36 +154,32 @@ def commands_of(piece):
     return commands
 
 
-def fits(printed, expected):
-    pattern = "".join(r"(?:.*\n)*?" if line == "..." else re.escape(line) + r"\n" for line in expected)
-    return re.fullmatch(pattern, "".join(line.rstrip() + "\n" for line in printed))
-
-
-def run_section(commands, root, environment):
-    """Runs the commands in one shell; the complaints about them."""
+def run_section(commands, environment):
+    """Runs the commands in one shell; what each printed, and its status."""
     mark = "@@ end of command"
     # The status is handed on, for a command such as "echo $?".
     end = f"status=$?; printf '\\n{mark} %d\\n' $status; (exit $status)"
     script = "".join(f"{command.text}\n{end}\n" for command in commands)
-    shell = subprocess.run(["bash", "-c", script], cwd=environment["HOME"], env=environment, timeout=60, text=True,
+    shell = subprocess.run(["bash", "-c", script], cwd=environment["HOME"], env=environment, timeout=60, encoding="utf-8",
         stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
-    outputs = re.split(rf"\n{mark} (\d+)\n", shell.stdout.replace(str(root), ""))
+    outputs = re.split(rf"\n{mark} (\d+)\n", shell.stdout)
     for index, command in enumerate(commands):
         if 2 * index + 1 >= len(outputs):
-            yield f"{command.place}: the shell ended here: {outputs[-1]}"
-            return
-        printed, status = outputs[2 * index].splitlines(), int(outputs[2 * index + 1])
-        if not fits(printed, command.expected):
-            title = f"{command.place}: expected"
-            yield "\n    ".join([title, *command.expected, f"printed (status {status})", *printed])
-        elif status != 0 and not command.expected:
-            yield f"{command.place}: status {status}"
+            raise SystemExit(f"{command.file}:{command.line}: the shell ended here: {outputs[-1]}")
+        printed = outputs[2 * index].replace(environment["ROOT"], "").splitlines()
+        yield command, [line.rstrip() for line in printed], int(outputs[2 * index + 1])
+
+
+def fits(command, printed, status):
+    pattern = "".join(r"(?:.*\n)*?" if line == "..." else re.escape(line) + r"\n" for line in command.expected)
+    return (status == 0 or command.expected) and re.fullmatch(pattern, "".join(line + "\n" for line in printed))
 
 
 def run_recipes(build, *files):
     sections = {}
     for piece in pieces(files, "console"):
         sections.setdefault((piece.file, piece.section), []).extend(commands_of(piece))
+    wrong = []
     with tempfile.TemporaryDirectory() as temporary:
         root = Path(temporary).resolve()
         home, prefix = root / "home/ada", root / "opt/brivant"
@@ -187,14 +188,24 @@ def run_recipes(build, *files):
         shutil.copytree(resources, root / "shipped")
         foreign = ("XDG_", "LC_", "LANG", "QT_")
         environment = {name: value for name, value in os.environ.items() if not name.startswith(foreign)}
-        environment.update(HOME=str(home), RESOURCES=str(resources), LC_ALL="C.UTF-8",
+        environment.update(HOME=str(home), RESOURCES=str(resources), LC_ALL="C.UTF-8", ROOT=str(root),
             PATH=f"{prefix / 'bin'}:{os.environ['PATH']}")
-        for commands in sections.values():
+        for (file, _), commands in sections.items():
+            environment["HERE"] = str((SOURCE / file).parent)
             shutil.rmtree(root / "home", ignore_errors=True)
             home.mkdir(parents=True)
             shutil.rmtree(resources)
             shutil.copytree(root / "shipped", resources)
-            yield from run_section(commands, root, environment)
+            wrong += [result for result in run_section(commands, environment) if not fits(*result)]
+    for command, printed, status in reversed(wrong):  # the numbers of the lines before stay as they are
+        if "PREFS_UPDATE_EXPECTED" in os.environ:
+            path = SOURCE / command.file
+            lines = path.read_text(encoding="utf-8").split("\n")
+            lines[command.end() : command.end() + len(command.expected)] = printed
+            path.write_text("\n".join(lines), encoding="utf-8")
+        else:
+            title = f"{command.file}:{command.line}: expected"
+            yield "\n    ".join([title, *command.expected, f"printed (status {status})", *printed])
     if not sections:
         yield "there are no recipes"
 

@@ -9,97 +9,139 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString schema(char const *name)
-{
-    return QStringLiteral(BRIVANT_RESOURCES "/schema/") + QLatin1String(name);
-}
-
-// Those of the files that are valid; what xmllint says of the others goes to the messages.
-QStringList validOf(char const *schemaName, QStringList const &files, QString *messages)
+// The outcome for each file, in their order; what xmllint says stands in the trace of a failure.
+std::vector<bool> validate(QString const &schema, QStringList const &files, QString *messages)
 {
     QProcess xmllint;
-    xmllint.start(u"xmllint"_s, QStringList{ u"--noout"_s, u"--relaxng"_s, schema(schemaName) } + files);
+    xmllint.start(u"xmllint"_s, QStringList{ u"--noout"_s, u"--relaxng"_s, schema } + files);
     EXPECT_TRUE(xmllint.waitForFinished()) << xmllint.errorString();
     *messages = QString::fromUtf8(xmllint.readAllStandardError());
-    QStringList valid = messages->split(u'\n').filter(QRegularExpression(u" validates$"_s));
-    return valid.replaceInStrings(u" validates"_s, QString());
+    QStringList const lines = messages->split(u'\n');
+    std::vector<bool> outcome;
+    for (QString const &file : files)
+        outcome.push_back(lines.contains(QString(file + u" validates"_s)));
+    return outcome;
 }
 
-using SchemaTest = HostTest;
+QStringList xmlFilesBelow(QString const &folder)
+{
+    QStringList files;
+    for (QDirIterator xml(folder, { u"*.xml"_s }, QDir::Files, QDirIterator::Subdirectories); xml.hasNext();)
+        files.append(xml.next());
+    EXPECT_FALSE(files.empty()) << folder;
+    return files;
+}
+
+class SchemaTest : public HostTest {
+protected:
+    // An item element of the key K, and the text of its value in a store that loaded it.
+    using Row = std::pair<QByteArray, char const *>;
+
+    // The schema accepts each element, and a store gives its value.
+    template <class Load> void expectValues(QString const &schema, std::vector<Row> const &rows, Load const &load)
+    {
+        QStringList files;
+        for (Row const &row : rows)
+            files.append(writeFile(QString::number(files.size()) + u".xml"_s, row.first));
+        QString messages;
+        std::vector<bool> const outcome = validate(schema, files, &messages);
+        for (size_t i = 0; i < rows.size(); ++i) {
+            SCOPED_TRACE(rows[i].first.constData());
+            EXPECT_TRUE(outcome[i]) << messages;
+            std::unique_ptr<TestStore> const store = load(rows[i].first);
+            takeReports();
+            PR_PrefItem const *const item = store->find(u"K"_s);
+            EXPECT_EQ(item ? item->valueAsString() : u"no item"_s, QLatin1String(rows[i].second));
+        }
+    }
+
+    QString const m_definitions = QStringLiteral(BRIVANT_RESOURCES "/schema/definitions.rng");
+    QString const m_userFile = QStringLiteral(BRIVANT_RESOURCES "/schema/user-file.rng");
+};
 } // namespace
 
 TEST_F(SchemaTest, ShippedFilesNameTheirSchemaAndAreValid)
 {
-    int count = 0;
     QDir const resources(QStringLiteral(BRIVANT_RESOURCES));
-    QDirIterator files(resources.path(), { u"*.xml"_s }, QDir::Files, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        QFile file(files.next());
-        SCOPED_TRACE(testing::PrintToString(file.fileName()));
+    for (QString const &name : xmlFilesBelow(resources.path())) {
+        SCOPED_TRACE(testing::PrintToString(name));
+        QFile file(name);
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        QRegularExpression const model(
-            u"^<\\?xml-model href=\"(.*)\" schematypens=\"(.*)\"\\?>$"_s, QRegularExpression::MultilineOption);
-        QRegularExpressionMatch const match = model.match(QString::fromUtf8(file.readAll()));
-        EXPECT_EQ(match.captured(2), u"http://relaxng.org/ns/structure/1.0"_s);
+        static QRegularExpression const model(
+            u"^<\\?xml-model href=\"(.*)\" schematypens=\"http://relaxng.org/ns/structure/1.0\"\\?>$"_s,
+            QRegularExpression::MultilineOption);
         // An example stands for its copy beside the main files.
-        QDir const place = file.fileName().contains(u"/examples/"_s) ? resources : QFileInfo(file).dir();
+        QDir const place = name.contains(u"/examples/"_s) ? resources : QFileInfo(name).dir();
+        QString const schema = place.absoluteFilePath(model.match(QString::fromUtf8(file.readAll())).captured(1));
         QString messages;
-        EXPECT_TRUE(QFileInfo::exists(place.absoluteFilePath(match.captured(1)))) << match.captured(1);
-        EXPECT_EQ(validOf("definitions.rng", { file.fileName() }, &messages).size(), 1) << messages;
-        ++count;
+        EXPECT_TRUE(validate(schema, { name }, &messages)[0]) << messages;
     }
-    EXPECT_GE(count, 8);
 }
 
-// Of the files with faults that "prefs check" is tested with: a schema refuses what a load would lose or misread.
-TEST_F(SchemaTest, FilesWithFaultsAreRefused)
+TEST_F(SchemaTest, RefusesTheDataFilesThatStandInAFolderForIt)
 {
-    struct {
-        char const *schema;
-        char const *folder;
-        QString valid;
-    } const rows[] = {
-        { "definitions.rng", "definitions",
-            u"cached-key duplicate font good locked never-holds range shadowed shortcut"_s },
-        { "user-file.rng", "users", u"good set unknown-key unusable"_s },
-    };
-    for (auto const &row : rows) {
-        QDir const folder(QStringLiteral(BRIVANT_TEST_DATA "/check/") + QLatin1String(row.folder));
-        QStringList files;
-        for (QString const &name : folder.entryList({ u"*.xml"_s }))
-            files.append(folder.filePath(name));
+    for (char const *kind : { "definitions", "overrides", "preferenceSets", "user-files", "user-files-of-machine" }) {
+        QStringList const files = xmlFilesBelow(QStringLiteral(BRIVANT_TEST_DATA "/check/") + QLatin1String(kind));
         QString messages;
-        QStringList valid = validOf(row.schema, files, &messages);
-        valid.replaceInStrings(folder.path() + u'/', QString()).replaceInStrings(u".xml"_s, QString());
-        EXPECT_EQ(valid.join(u' '), row.valid) << messages;
+        std::vector<bool> const outcome =
+            validate(std::string(kind).find("user") == 0 ? m_userFile : m_definitions, files, &messages);
+        for (size_t i = 0; i < outcome.size(); ++i)
+            EXPECT_NE(outcome[i], files[qsizetype(i)].contains(u"/refused-by-schema/"_s))
+                << files[qsizetype(i)] << messages;
     }
 }
 
-TEST_F(SchemaTest, ValidValuesAreReadAsTheyStand)
+TEST_F(SchemaTest, AcceptsWhatTheLoaderOfDefinitionsReads)
 {
-    std::pair<QByteArray, QString> const rows[] = {
-        { "<bool value='false' id='K'></bool>", u"No"_s },
-        { "<int id='K' value='+5'/>", u"5"_s },
-        { "<int id='K' value=' -2147483648 ' min='-2147483648' max='2147483647'/>", u"-2147483648"_s },
-        { "<double id='K' value='-2.5e-3' percentage='true'/>", u"-0.002500"_s },
-        { "<double id='K' value='.5'/>", u"0.500000"_s },
-        { "<double id='K' value='5.'/>", u"5.000000"_s },
-        { "<color id='K' red='0' green='255' blue='007'/>", u"(  0 255   7 255)"_s },
-        { "<string id='K' value='a &lt;b&gt; &#10;c'/>", u"a <b> \nc"_s },
-        { "<font id='K' value='Courier'/>", u"courier"_s },
-        { "<shortcut id='K' value='Ctrl+Shift+S' mode='full'/>", u"Ctrl+Shift+S"_s },
+    std::vector<Row> rows{
+        { "<bool value='false' id='K'></bool>", "No" },
+        { "<bool id='K' value='true' platform='not windows' mode='not scan' feature='not x'/>", "Yes" },
+        { "<int id='K' value='+5'/>", "5" },
+        { "<int id='K' value=' -2147483648 ' min='-2147483648' max='2147483647'/>", "-2147483648" },
+        { "<double id='K' value='-2.5e-3' percentage='true'/>", "-0.002500" },
+        { "<double id='K' value='5.'/>", "5.000000" },
+        { "<color id='K' red='0' green='255' blue='007'/>", "(  0 255   7 255)" },
+        { "<color id='K' alpha='0' blue='1' green='2' red='3'/>", "(  3   2   1   0)" },
+        { "<string id='K'/>", "" },
+        { "<string id='K' value='a &lt;b&gt; &#10;c'/>", "a <b> \nc" },
+        { "<font id='K'/>", "arial" },
+        { "<shortcut id='K' value='Ctrl+Shift+S' mode='full'/>", "Ctrl+Shift+S" },
     };
-    for (auto const &[element, value] : rows) {
-        define(category(element));
-        QString messages;
-        EXPECT_EQ(validOf("definitions.rng", { path(u"install/resources/prefs.xml"_s) }, &messages).size(), 1)
-            << messages;
-        EXPECT_EQ(TestStore(QString()).find(u"K"_s)->valueAsString(), value);
-        takeReports();
+    for (Row &row : rows)
+        row.first = "<preferences>" + category(row.first) + "</preferences>";
+    for (int number = 0; number <= PR_PrefItem::Panovia; ++number) {
+        QByteArray const name = PR_PrefItem::getCategoryString(PR_PrefItem::Category(number)).toUtf8();
+        rows.push_back({ "<preferences>" + category("<bool id='K' value='true'/>", name) + "</preferences>", "Yes" });
     }
+    expectValues(m_definitions, rows, [this](QByteArray const &content) {
+        writeFile(u"install/resources/prefs.xml"_s, content);
+        return std::make_unique<TestStore>(QString());
+    });
 }
 
-TEST_F(SchemaTest, WhatASaveWritesIsValid)
+TEST_F(SchemaTest, AcceptsWhatTheLoaderOfUserFilesReads)
+{
+    define({});
+    std::vector<Row> rows{
+        { "<bool id='K' value='N'/>", "No" },
+        { "<int id='e/s/other' value='1'/><int value='-7' id='K'/>", "-7" },
+        { "<double id='K' value='-inf'/>", "-inf" },
+        { "<color id='K' alpha='255' blue='3' green='2' red='1'/>", "(  1   2   3 255)" },
+        { "<string id='K' value='a&#xa;b'/>", "a\nb" },
+        { "<string id='K' cdata='true'><![CDATA[a\n<b>]]></string>", "a\n<b>" },
+        { "<font id='K' value='Arial'/><enum id='E' value='2'/>", "Arial" },
+        { "<shortcut id='K' value='Num+4'/>", "Num+4" },
+        { "<curve id='K' value='x' steps='2'><point x='1'>t</point></curve>", "x" },
+    };
+    for (Row &row : rows)
+        row.first = "<preferences>" + row.first + "</preferences>";
+    expectValues(m_userFile, rows, [this](QByteArray const &content) {
+        writeFile(u"user-pref.xml"_s, content);
+        return std::make_unique<TestStore>(path(u"user.pref"_s));
+    });
+}
+
+TEST_F(SchemaTest, AcceptsWhatASaveWrites)
 {
     define(category("<font id='FONT'/><shortcut id='KEY' value='Ctrl+S'/>"));
     writeFile(u"user-pref.xml"_s,
@@ -120,5 +162,17 @@ TEST_F(SchemaTest, WhatASaveWritesIsValid)
     store.save();
     EXPECT_EQ(readFile(u"user-pref.xml"_s).count(" id="), 13);
     QString messages;
-    EXPECT_EQ(validOf("user-file.rng", { path(u"user-pref.xml"_s) }, &messages).size(), 1) << messages;
+    EXPECT_TRUE(validate(m_userFile, { path(u"user-pref.xml"_s) }, &messages)[0]) << messages;
+}
+
+TEST_F(SchemaTest, EditorsFindHelpForEachElementAndAttribute)
+{
+    QString const firstWithout = u"string(//*[(name()='element' or name()='attribute') and @name and "
+                                 "not(*[name()='a:documentation'])]/@name)"_s;
+    for (QString const &schema : { m_definitions, m_userFile }) {
+        QProcess xmllint;
+        xmllint.start(u"xmllint"_s, { u"--xpath"_s, firstWithout, schema });
+        EXPECT_TRUE(xmllint.waitForFinished() && xmllint.exitCode() == 0) << xmllint.errorString();
+        EXPECT_EQ(QString::fromUtf8(xmllint.readAllStandardOutput()).trimmed(), QString()) << schema;
+    }
 }
