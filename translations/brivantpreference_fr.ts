@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr">
 <context>
+    <name>PL_InputFile</name>
+    <message>
+        <source>is not a regular file</source>
+        <translation>n’est pas un fichier ordinaire</translation>
+    </message>
+    <message>
+        <source>is larger than %1 MB</source>
+        <translation>dépasse %1 Mo</translation>
+    </message>
+</context>
+<context>
     <name>PR_PrefItem</name>
     <message>
         <source>Internal</source>
@@ -158,11 +169,11 @@ Sa copie de sauvegarde a été lue à la place.</translation>
     </message>
     <message>
         <source>Left out, as XML cannot hold their keys: %1</source>
-        <translation>Omises, car XML ne peut pas contenir leurs clés : %1</translation>
+        <translation>Omises, car XML ne peut pas contenir leurs clés&#xa0;: %1</translation>
     </message>
     <message>
         <source>Left out, as no load would take it: an element with too many attributes or too deeply nested.</source>
-        <translation>Omis, car aucun chargement ne l’accepterait : un élément qui a trop d’attributs ou qui est imbriqué trop profondément.</translation>
+        <translation>Omis, car aucun chargement ne l’accepterait&#xa0;: un élément qui a trop d’attributs ou qui est imbriqué trop profondément.</translation>
     </message>
     <message>
         <source>The store is being loaded.</source>
@@ -174,33 +185,42 @@ Sa copie de sauvegarde a été lue à la place.</translation>
     </message>
 </context>
 <context>
-    <name>PR_XmlFile</name>
+    <name>PR_XmlReader</name>
     <message>
-        <source>nested too deeply, too many attributes, or too large for its entities</source>
-        <translation>imbrication trop profonde, attributs trop nombreux ou fichier trop volumineux pour les entités qu’il déclare</translation>
+        <source>A document type stands inside of the root.</source>
+        <translation>Un type de document se trouve à l’intérieur de la racine.</translation>
     </message>
     <message>
-        <source>too many elements</source>
-        <translation>éléments trop nombreux</translation>
+        <source>Elements are nested more than %1 deep.</source>
+        <translation>Des éléments sont imbriqués sur plus de %1 niveaux.</translation>
     </message>
     <message>
-        <source>declares an encoding that is not supported</source>
-        <translation>déclare un encodage qui n’est pas pris en charge</translation>
+        <source>The element has more than %1 attributes.</source>
+        <translation>L’élément a plus de %1 attributs.</translation>
     </message>
     <message>
-        <source>a document type inside of the root</source>
-        <translation>un type de document à l’intérieur de la racine</translation>
-    </message>
-</context>
-<context>
-    <name>tufile</name>
-    <message>
-        <source>is not a regular file</source>
-        <translation>n’est pas un fichier ordinaire</translation>
+        <source>Entities bring too many elements.</source>
+        <translation>Les entités apportent trop d’éléments.</translation>
     </message>
     <message>
-        <source>is larger than 256 MB</source>
-        <translation>dépasse 256 Mo</translation>
+        <source>Entities multiply the text.</source>
+        <translation>Les entités multiplient le texte.</translation>
+    </message>
+    <message>
+        <source>The encoding &quot;%1&quot; is not known.</source>
+        <translation>L’encodage «&#xa0;%1&#xa0;» est inconnu.</translation>
+    </message>
+    <message>
+        <source>The text is not in the encoding &quot;%1&quot;.</source>
+        <translation>Le texte n’est pas dans l’encodage «&#xa0;%1&#xa0;».</translation>
+    </message>
+    <message>
+        <source>There are more than %1 elements.</source>
+        <translation>Il y a plus de %1 éléments.</translation>
+    </message>
+    <message>
+        <source>The document type of the file&apos;s own is larger than %1 KB.</source>
+        <translation>Le type de document propre au fichier dépasse %1 Ko.</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja">
 <context>
+    <name>PL_InputFile</name>
+    <message>
+        <source>is not a regular file</source>
+        <translation>通常のファイルではありません</translation>
+    </message>
+    <message>
+        <source>is larger than %1 MB</source>
+        <translation>%1 MB を超えています</translation>
+    </message>
+</context>
+<context>
     <name>PR_PrefItem</name>
     <message>
         <source>Internal</source>
@@ -174,33 +185,42 @@ Its backup has been read instead.</source>
     </message>
 </context>
 <context>
-    <name>PR_XmlFile</name>
+    <name>PR_XmlReader</name>
     <message>
-        <source>nested too deeply, too many attributes, or too large for its entities</source>
-        <translation>入れ子が深すぎるか、属性が多すぎるか、エンティティを使うファイルとしては大きすぎます</translation>
+        <source>A document type stands inside of the root.</source>
+        <translation>ルートの中に文書型があります。</translation>
     </message>
     <message>
-        <source>too many elements</source>
-        <translation>要素が多すぎます</translation>
+        <source>Elements are nested more than %1 deep.</source>
+        <translation>要素の入れ子が %1 段を超えています。</translation>
     </message>
     <message>
-        <source>declares an encoding that is not supported</source>
-        <translation>対応していない文字コードが宣言されています</translation>
+        <source>The element has more than %1 attributes.</source>
+        <translation>要素の属性が %1 個を超えています。</translation>
     </message>
     <message>
-        <source>a document type inside of the root</source>
-        <translation>ルート要素の内側に文書型宣言があります</translation>
-    </message>
-</context>
-<context>
-    <name>tufile</name>
-    <message>
-        <source>is not a regular file</source>
-        <translation>通常のファイルではありません</translation>
+        <source>Entities bring too many elements.</source>
+        <translation>実体がもたらす要素が多すぎます。</translation>
     </message>
     <message>
-        <source>is larger than 256 MB</source>
-        <translation>256 MB を超えています</translation>
+        <source>Entities multiply the text.</source>
+        <translation>実体がテキストを膨らませています。</translation>
+    </message>
+    <message>
+        <source>The encoding &quot;%1&quot; is not known.</source>
+        <translation>エンコーディング「%1」は不明です。</translation>
+    </message>
+    <message>
+        <source>The text is not in the encoding &quot;%1&quot;.</source>
+        <translation>テキストはエンコーディング「%1」ではありません。</translation>
+    </message>
+    <message>
+        <source>There are more than %1 elements.</source>
+        <translation>要素が %1 個を超えています。</translation>
+    </message>
+    <message>
+        <source>The document type of the file&apos;s own is larger than %1 KB.</source>
+        <translation>ファイル自身の文書型が %1 KB を超えています。</translation>
     </message>
 </context>
 </TS>

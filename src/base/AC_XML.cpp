@@ -1,18 +1,23 @@
 #include "AC_XML.h"
 
+#include "PR_Element_p.h"
+
 #include <QDomElement>
 
 namespace {
+// A null condition is that of an element without one.
+bool holds(QStringView condition, QStringList const &keywords)
+{
+    QStringView const negation = u"not ";
+    if (condition.startsWith(negation))
+        return !keywords.contains(condition.mid(negation.size()));
+    return condition.isNull() || keywords.contains(condition);
+}
+
 bool conditionHolds(QDomElement const &element, QStringList const &keywords)
 {
     QString const feature = QStringLiteral("feature");
-    if (!element.hasAttribute(feature))
-        return true;
-    QString const condition = element.attribute(feature);
-    QLatin1String const negation("not ");
-    if (condition.startsWith(negation))
-        return !keywords.contains(condition.mid(negation.size()));
-    return keywords.contains(condition);
+    return !element.hasAttribute(feature) || holds(QString(QLatin1String("") + element.attribute(feature)), keywords);
 }
 
 // The element after the subtree of an element, in document order and below root.
@@ -49,6 +54,19 @@ bool AC_XML::trimConditions(QDomElement &root, QStringList const &keywords, bool
             element = next;
             removed = true;
         }
+    }
+    return removed;
+}
+
+// As deep as the reader of the tree lets elements be nested.
+bool AC_XML::trimConditions(PR_Element &root, QStringList const &keywords, bool verbose)
+{
+    bool removed = false;
+    bool const keepsRoot = holds(root.attribute(u"feature"), keywords);
+    for (PR_Element *child = root.firstElement(); child; child = child->nextElement()) {
+        child->isExcluded = !keepsRoot || !holds(child->attribute(u"feature"), keywords);
+        bool const removedBelow = !child->isExcluded && trimConditions(*child, keywords, verbose);
+        removed = removed || child->isExcluded || removedBelow;
     }
     return removed;
 }

@@ -10,6 +10,8 @@
 #include <functional>
 #include <optional>
 
+class QDomElement;
+
 /*! One message to the user, as MSG_Scope reports it. */
 struct HostReport {
     QString context; /*!< Scope name; empty for a message built from a source text. */
@@ -48,6 +50,10 @@ public:
     bool hasMorphing = false; /*!< Without it, definitions whose key contains MORPH are passed over. */
     bool hasPanoviaPreferenceUI = false; /*!< Chooses Panovia's definition files and preference sets. */
     bool appIsPanovia = false; /*!< The product is Panovia. */
+    /*! Removes the elements below a root that "feature" conditions exclude, by rules of the host's own; called once a
+        load, with all definition files in one document, the feature keywords and false. When empty, those of
+        AC_XML::trimConditions() hold. */
+    std::function<bool(QDomElement &, QStringList const &, bool)> trimConditions;
     int mode = FullMode; /*!< A Mode; any other number counts as FullMode. */
     int languageID = 0; /*!< The language of the user interface; TermStyleLanguage matters to the library. */
 

@@ -1,8 +1,6 @@
 #include "TULex.h"
 
-#include "tufile.h"
-
-#include <QFile>
+#include "PL_InputFile_p.h"
 
 namespace {
 bool isLineEnd(QChar c)
@@ -14,12 +12,12 @@ bool isLineEnd(QChar c)
 bool TULex::openFile(QString const &path)
 {
     *this = TULex();
-    QFile file(path);
-    if (!tufile::whyNotReadable(path).isEmpty() || !file.open(QIODevice::ReadOnly))
+    PL_InputFile const file = PL_InputFile::read(path);
+    if (!file.error.isEmpty())
         return false;
-    m_text = QString::fromUtf8(file.readAll());
+    m_text = QString::fromUtf8(file.bytes);
     get(false);
-    return file.error() == QFile::NoError;
+    return true;
 }
 
 bool TULex::get(bool)

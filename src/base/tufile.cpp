@@ -3,7 +3,6 @@
 #include "MSG_Text.h"
 #include "NativePath_p.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -18,20 +17,6 @@ bool tufile::fileExists(QString const &path)
     std::error_code code;
     fs::file_type const type = fs::status(nativePath(path), code).type();
     return type != fs::file_type::not_found && code != std::errc::filename_too_long;
-}
-
-QString tufile::whyNotReadable(QString const &path)
-{
-    std::uintmax_t const maximumSize = 256U << 20;
-    fs::path const file = nativePath(path);
-    std::error_code code;
-    fs::file_status const status = fs::status(file, code);
-    if (!fs::exists(status))
-        return qt_error_string(code ? code.value() : ENOENT);
-    if (!fs::is_regular_file(status))
-        return QCoreApplication::translate("tufile", "is not a regular file");
-    return fs::file_size(file, code) > maximumSize ? QCoreApplication::translate("tufile", "is larger than 256 MB")
-                                                   : QString();
 }
 
 bool tufile::checkCreatePath(QString const &path, MSG_Text &error, bool create)

@@ -14,10 +14,6 @@ namespace tufile {
     the answer is true: nothing may be overwritten unread. */
 [[nodiscard]] BRIVANT_BASE_EXPORT bool fileExists(QString const &path);
 
-/*! Why a file cannot be read whole: it is missing, no regular file (a pipe may never end) or larger than 256 MB, which
-    no file of preferences is. Empty when nothing of it stands in the way. */
-[[nodiscard]] BRIVANT_BASE_EXPORT QString whyNotReadable(QString const &path);
-
 /*! Makes sure that the folder of the file \a path exists; with \a create, missing folders are made. On failure
     gives false and fills \a error with the reason. */
 BRIVANT_BASE_EXPORT bool checkCreatePath(QString const &path, MSG_Text &error, bool create);

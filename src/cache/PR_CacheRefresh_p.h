@@ -1,15 +1,10 @@
 #ifndef PR_CACHEREFRESH_P_H
 #define PR_CACHEREFRESH_P_H
 
-#include "PR_BoolItem.h"
-#include "PR_DoubleItem.h"
-#include "PR_IntItem.h"
+#include "PR_ItemTypes_p.h"
 #include "PR_Preference.h"
-#include "PR_RgbaItem.h"
-#include "PR_StringItem.h"
 
 #include <tuple>
-#include <type_traits>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -41,7 +36,7 @@ public:
         PR_PrefItem *const item = m_store.find(QString::fromLatin1(key));
         if (!item)
             addCopy(target, &fallback);
-        else if (auto const *typed = dynamic_cast<ItemOf<Value> *>(item); typed && showsItsValue(typed))
+        else if (auto const *typed = dynamic_cast<PR_ItemTypes::ItemOf<Value> *>(item); typed && showsItsValue(typed))
             addCopy(target, &typed->value());
         else
             std::get<Rereads<Target, Value, Argument>>(m_rereads).push_back({ &target, key, read, &fallback });
@@ -78,14 +73,6 @@ private:
         Value const *fallback;
     };
     template <class Target, class Value, class Argument> using Rereads = std::vector<Reread<Target, Value, Argument>>;
-
-    // The item class whose value a defaulted read of the type gives as it is.
-    static PR_BoolItem *itemOf(bool);
-    static PR_IntItem *itemOf(int);
-    static PR_RgbaItem *itemOf(unsigned int);
-    static PR_DoubleItem *itemOf(double);
-    static PR_StringItem *itemOf(QString const &);
-    template <class Value> using ItemOf = std::remove_pointer_t<decltype(itemOf(std::declval<Value>()))>;
 
     static bool showsItsValue(PR_PrefItem const *) { return true; }
     // A text is read through valueAsString(), which a derived class may change.

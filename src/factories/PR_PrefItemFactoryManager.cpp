@@ -1,28 +1,19 @@
 #include "PR_PrefItemFactoryManager.h"
 
-#include "PR_BoolItem.h"
-#include "PR_DoubleItem.h"
-#include "PR_FontItem.h"
-#include "PR_IntItem.h"
-#include "PR_RgbaItem.h"
-#include "PR_StringItem.h"
-
-#include <initializer_list>
+#include "PR_ItemTypes_p.h"
 
 namespace {
-// The factories of the library. The registry refers to them but is never destroyed, so it never deletes one.
-PR_ConcretePrefItemFactory<PR_BoolItem> boolFactory(QStringLiteral("bool"));
-PR_ConcretePrefItemFactory<PR_IntItem> intFactory(QStringLiteral("int"));
-PR_ConcretePrefItemFactory<PR_DoubleItem> doubleFactory(QStringLiteral("double"));
-PR_ConcretePrefItemFactory<PR_RgbaItem> colorFactory(QStringLiteral("color"));
-PR_ConcretePrefItemFactory<PR_StringItem> stringFactory(QStringLiteral("string"));
-PR_ConcretePrefItemFactory<PR_FontItem> fontFactory(QStringLiteral("font"));
-
 int registerFactories()
 {
-    for (PR_AbstractPrefItemFactory *factory : std::initializer_list<PR_AbstractPrefItemFactory *>{
-             &boolFactory, &intFactory, &doubleFactory, &colorFactory, &stringFactory, &fontFactory })
-        factory->registerClass();
+    PR_ItemTypes::any([](auto const &row, int) {
+        if (row.hasFactory) {
+            // The registry refers to it but is never destroyed, so it never deletes it.
+            static PR_ConcretePrefItemFactory<typename std::decay_t<decltype(row)>::Item> factory(
+                QString::fromLatin1(row.tag));
+            factory.registerClass();
+        }
+        return false;
+    });
     return 0;
 }
 

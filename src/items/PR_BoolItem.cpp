@@ -9,15 +9,20 @@ PR_BoolItem::PR_BoolItem(Category category, QString const &key, bool value)
 }
 
 PR_BoolItem::PR_BoolItem(Category category, QString const &key, QDomElement const &definition)
-    : PR_BoolItem(category, key, definition.attribute(kValue) == QLatin1String("true"))
+    : PR_BoolItem(category, key, *PR_ElementDom::treeOf(definition).root())
+{
+}
+
+PR_BoolItem::PR_BoolItem(Category category, QString const &key, PR_Element const &definition)
+    : PR_BoolItem(category, key, definition.attribute(u"value") == u"true")
 {
 }
 
 PR_BoolItem::~PR_BoolItem() = default;
 
-bool PR_BoolItem::readElement(PR_ItemElement const &element, bool &value) const
+bool PR_BoolItem::readElement(PR_Element const &element, bool &value) const
 {
-    value = element.value() == QLatin1String("Y");
+    value = element.value() == u"Y";
     return true;
 }
 
@@ -26,9 +31,9 @@ bool PR_BoolItem::readToken(TULex &lex, bool &value) const
     return lex.get_bool(value);
 }
 
-PR_ItemElement PR_BoolItem::element() const
+void PR_BoolItem::write(PR_XmlTree &tree, PR_Element *parent) const
 {
-    return PR_ItemElement::of(getTag(), getKey(), m_value ? QStringLiteral("Y") : QStringLiteral("N"));
+    tree.addItem(parent, getTag(), getKey(), m_value ? u"Y" : u"N");
 }
 
 QString PR_BoolItem::asString(bool value) const

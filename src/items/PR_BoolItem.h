@@ -19,9 +19,11 @@ public:
 
 private:
     friend class PR_TypedItem<PR_BoolItem, bool>;
+    friend struct PR_ItemTypes;
 
-    PR_ItemElement element() const;
-    bool readElement(PR_ItemElement const &element, bool &value) const;
+    PR_BoolItem(Category category, QString const &key, PR_Element const &definition);
+    void write(PR_XmlTree &tree, PR_Element *parent) const;
+    bool readElement(PR_Element const &element, bool &value) const;
     bool readToken(TULex &lex, bool &value) const;
     QString asString(bool value) const;
 };

@@ -9,9 +9,14 @@ PR_DoubleItem::PR_DoubleItem(Category category, QString const &key, double value
 }
 
 PR_DoubleItem::PR_DoubleItem(Category category, QString const &key, QDomElement const &definition)
-    : PR_DoubleItem(category, key, definition.attribute(kValue).toDouble())
+    : PR_DoubleItem(category, key, *PR_ElementDom::treeOf(definition).root())
 {
-    m_percentage = definition.attribute(QStringLiteral("percentage")) == QLatin1String("true");
+}
+
+PR_DoubleItem::PR_DoubleItem(Category category, QString const &key, PR_Element const &definition)
+    : PR_DoubleItem(category, key, definition.attribute(u"value").toDouble())
+{
+    m_percentage = definition.attribute(u"percentage") == u"true";
 }
 
 PR_DoubleItem::~PR_DoubleItem() = default;
@@ -22,7 +27,7 @@ void PR_DoubleItem::copy(PR_PrefItem *other)
     m_percentage = static_cast<PR_DoubleItem *>(other)->m_percentage;
 }
 
-bool PR_DoubleItem::readElement(PR_ItemElement const &element, double &value) const
+bool PR_DoubleItem::readElement(PR_Element const &element, double &value) const
 {
     bool ok = false;
     value = element.value().toDouble(&ok);
@@ -34,9 +39,9 @@ bool PR_DoubleItem::readToken(TULex &lex, double &value) const
     return lex.get_double(value);
 }
 
-PR_ItemElement PR_DoubleItem::element() const
+void PR_DoubleItem::write(PR_XmlTree &tree, PR_Element *parent) const
 {
-    return PR_ItemElement::of(getTag(), getKey(), QString::number(m_value, 'g', 6));
+    tree.addItem(parent, getTag(), getKey(), QString::number(m_value, 'g', 6));
 }
 
 QString PR_DoubleItem::asString(double value) const

@@ -23,9 +23,11 @@ public:
 
 private:
     friend class PR_TypedItem<PR_DoubleItem, double>;
+    friend struct PR_ItemTypes;
 
-    PR_ItemElement element() const;
-    bool readElement(PR_ItemElement const &element, double &value) const;
+    PR_DoubleItem(Category category, QString const &key, PR_Element const &definition);
+    void write(PR_XmlTree &tree, PR_Element *parent) const;
+    bool readElement(PR_Element const &element, double &value) const;
     bool readToken(TULex &lex, double &value) const;
     QString asString(double value) const;
 

@@ -88,9 +88,9 @@ int PR_EnumItem::findDisplayChoice(QString const &name) const
     return int(m_displayNames.indexOf(name));
 }
 
-bool PR_EnumItem::readElement(PR_ItemElement const &element, int &value) const
+bool PR_EnumItem::readElement(PR_Element const &element, int &value) const
 {
-    value = index(element.attribute(kValue));
+    value = index(element.attribute(u"value").toString());
     return true;
 }
 
@@ -101,7 +101,7 @@ bool PR_EnumItem::readToken(TULex &lex, int &value) const
     return true;
 }
 
-PR_ItemElement PR_EnumItem::element() const
+void PR_EnumItem::write(PR_XmlTree &tree, PR_Element *parent) const
 {
-    return PR_ItemElement::of(getTag(), getKey(), valueAsString());
+    tree.addItem(parent, getTag(), getKey(), valueAsString());
 }

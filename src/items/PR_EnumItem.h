@@ -62,9 +62,10 @@ protected:
 
 private:
     friend class PR_TypedItem<PR_EnumItem, int>;
+    friend struct PR_ItemTypes;
 
-    PR_ItemElement element() const;
-    bool readElement(PR_ItemElement const &element, int &value) const;
+    void write(PR_XmlTree &tree, PR_Element *parent) const;
+    bool readElement(PR_Element const &element, int &value) const;
     bool readToken(TULex &lex, int &value) const;
 };
 

@@ -1,6 +1,7 @@
 #include "PR_FontItem.h"
 
 #include "FM_FontManager.h"
+#include "PR_Element_p.h"
 #include "PR_PrefConstants.h"
 
 #include <QDomElement>
@@ -44,6 +45,11 @@ PR_FontItem::PR_FontItem(Category category, QString const &key, QString const &f
 
 PR_FontItem::PR_FontItem(Category category, QString const &key, QDomElement const &definition)
     : PR_FontItem(category, key, definition.attribute(kValue))
+{
+}
+
+PR_FontItem::PR_FontItem(Category category, QString const &key, PR_Element const &definition)
+    : PR_FontItem(category, key, definition.attribute(u"value").toString())
 {
 }
 

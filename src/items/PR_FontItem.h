@@ -24,6 +24,9 @@ public:
     [[nodiscard]] virtual QString fontName();
 
 private:
+    friend struct PR_ItemTypes;
+
+    PR_FontItem(Category category, QString const &key, PR_Element const &definition);
     void init(QString const &fontName);
 };
 

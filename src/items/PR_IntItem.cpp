@@ -6,7 +6,7 @@
 template class PR_TypedItem<PR_IntItem, int>;
 
 namespace {
-int rangeEnd(QDomElement const &definition, QString const &attribute, int undeclared)
+int rangeEnd(PR_Element const &definition, QStringView attribute, int undeclared)
 {
     return definition.hasAttribute(attribute) ? definition.attribute(attribute).toInt() : undeclared;
 }
@@ -20,9 +20,14 @@ PR_IntItem::PR_IntItem(Category category, QString const &key, int value, int min
 }
 
 PR_IntItem::PR_IntItem(Category category, QString const &key, QDomElement const &definition)
-    : PR_IntItem(category, key, definition.attribute(kValue).toInt(),
-        rangeEnd(definition, QStringLiteral("min"), std::numeric_limits<int>::min()),
-        rangeEnd(definition, QStringLiteral("max"), std::numeric_limits<int>::max()))
+    : PR_IntItem(category, key, *PR_ElementDom::treeOf(definition).root())
+{
+}
+
+PR_IntItem::PR_IntItem(Category category, QString const &key, PR_Element const &definition)
+    : PR_IntItem(category, key, definition.attribute(u"value").toInt(),
+        rangeEnd(definition, u"min", std::numeric_limits<int>::min()),
+        rangeEnd(definition, u"max", std::numeric_limits<int>::max()))
 {
 }
 
@@ -36,7 +41,7 @@ void PR_IntItem::copy(PR_PrefItem *other)
     m_maximum = item->m_maximum;
 }
 
-bool PR_IntItem::readElement(PR_ItemElement const &element, int &value) const
+bool PR_IntItem::readElement(PR_Element const &element, int &value) const
 {
     bool ok = false;
     value = element.value().toInt(&ok);
@@ -48,9 +53,9 @@ bool PR_IntItem::readToken(TULex &lex, int &value) const
     return lex.get_int(value);
 }
 
-PR_ItemElement PR_IntItem::element() const
+void PR_IntItem::write(PR_XmlTree &tree, PR_Element *parent) const
 {
-    return PR_ItemElement::of(getTag(), getKey(), QString::number(m_value));
+    tree.addItem(parent, getTag(), getKey(), QString::number(m_value));
 }
 
 QString PR_IntItem::asString(int value) const

@@ -25,9 +25,11 @@ public:
 
 private:
     friend class PR_TypedItem<PR_IntItem, int>;
+    friend struct PR_ItemTypes;
 
-    PR_ItemElement element() const;
-    bool readElement(PR_ItemElement const &element, int &value) const;
+    PR_IntItem(Category category, QString const &key, PR_Element const &definition);
+    void write(PR_XmlTree &tree, PR_Element *parent) const;
+    bool readElement(PR_Element const &element, int &value) const;
     bool readToken(TULex &lex, int &value) const;
     QString asString(int value) const;
 

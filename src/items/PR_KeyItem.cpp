@@ -32,6 +32,11 @@ PR_KeyItem::PR_KeyItem(Category category, QString const &key, QDomElement const 
 {
 }
 
+PR_KeyItem::PR_KeyItem(Category category, QString const &key, PR_Element const &definition)
+    : PR_KeyItem(category, key, definition.attribute(u"value").toString())
+{
+}
+
 PR_KeyItem::~PR_KeyItem() = default;
 
 PR_PrefItem::Type PR_KeyItem::getType() const
@@ -73,9 +78,9 @@ QKeySequence PR_KeyItem::parse(QString const &text)
     return code == 0 ? QKeySequence() : QKeySequence(code + keypadOffset);
 }
 
-bool PR_KeyItem::readElement(PR_ItemElement const &element, QKeySequence &shortcut) const
+bool PR_KeyItem::readElement(PR_Element const &element, QKeySequence &shortcut) const
 {
-    shortcut = parse(element.value());
+    shortcut = parse(element.value().toString());
     return true;
 }
 
@@ -86,14 +91,14 @@ bool PR_KeyItem::readToken(TULex &lex, QKeySequence &shortcut) const
     return true;
 }
 
-PR_ItemElement PR_KeyItem::element() const
+void PR_KeyItem::write(PR_XmlTree &tree, PR_Element *parent) const
 {
     QString text = asString(m_value);
     for (NamedKey const &key : namedKeys) {
         if (firstKey(m_value) == key.code)
             text = QString::fromLatin1(key.name);
     }
-    return PR_ItemElement::of(getTag(), getKey(), text);
+    tree.addItem(parent, getTag(), getKey(), text);
 }
 
 QString PR_KeyItem::asString(QKeySequence const &shortcut) const

@@ -28,10 +28,12 @@ protected:
 
 private:
     friend class PR_TypedItem<PR_KeyItem, QKeySequence>;
+    friend struct PR_ItemTypes;
 
+    PR_KeyItem(Category category, QString const &key, PR_Element const &definition);
     static QKeySequence parse(QString const &text);
-    PR_ItemElement element() const;
-    bool readElement(PR_ItemElement const &element, QKeySequence &shortcut) const;
+    void write(PR_XmlTree &tree, PR_Element *parent) const;
+    bool readElement(PR_Element const &element, QKeySequence &shortcut) const;
     bool readToken(TULex &lex, QKeySequence &shortcut) const;
     QString asString(QKeySequence const &shortcut) const;
 };

@@ -1,19 +1,19 @@
 #include "PR_PrefUtil.h"
 
-#include "PR_ItemElement_p.h"
-
-#include <QDomDocument>
+#include "PR_ElementDom_p.h"
 
 void PR_PrefUtil::addElement(
     QDomDocument *document, QString const &tag, QString const &id, QString const &value, bool cdata)
 {
-    PR_ItemElement::of(tag, id, value, cdata).appendTo(document);
+    PR_XmlTree tree;
+    tree.addItem(nullptr, tag, id, value, cdata);
+    PR_ElementDom::append(*document, document->documentElement(), *tree.root());
 }
 
 bool PR_PrefUtil::attributes(QDomElement const &element, QString *id, QString *value)
 {
-    PR_ItemElement const content = PR_ItemElement::of(element);
-    *id = content.id;
-    *value = content.value();
+    PR_XmlTree const tree = PR_ElementDom::treeOf(element);
+    *id = tree.root()->id().toString();
+    *value = tree.root()->value().toString();
     return !id->isEmpty();
 }

@@ -1,6 +1,8 @@
 #include "PR_RgbaItem.h"
 #include "PR_TypedItem_p.h"
 
+#include <QVarLengthArray>
+
 template class PR_TypedItem<PR_RgbaItem, unsigned int>;
 
 namespace {
@@ -19,16 +21,11 @@ int channelValue(unsigned int color, Channel const &channel)
     return int((color >> channel.shift) & 0xFF);
 }
 
-template <class Element> unsigned int colorOf(Element const &element, int alpha)
+unsigned int colorOf(PR_Element const &element, int alphaWithout)
 {
     auto const number = [&element](QString const &attribute) { return element.attribute(attribute).toInt(); };
-    return PR_RgbaItem::pack(number(kRed), number(kGreen), number(kBlue), alpha);
-}
-
-// A definition without alpha is opaque.
-int alphaOf(QDomElement const &definition)
-{
-    return definition.hasAttribute(kAlpha) ? definition.attribute(kAlpha).toInt() : 255;
+    return PR_RgbaItem::pack(
+        number(kRed), number(kGreen), number(kBlue), element.hasAttribute(kAlpha) ? number(kAlpha) : alphaWithout);
 }
 } // namespace
 
@@ -38,7 +35,13 @@ PR_RgbaItem::PR_RgbaItem(Category category, QString const &key, unsigned int col
 }
 
 PR_RgbaItem::PR_RgbaItem(Category category, QString const &key, QDomElement const &definition)
-    : PR_RgbaItem(category, key, colorOf(definition, alphaOf(definition)))
+    : PR_RgbaItem(category, key, *PR_ElementDom::treeOf(definition).root())
+{
+}
+
+// A definition without alpha is opaque.
+PR_RgbaItem::PR_RgbaItem(Category category, QString const &key, PR_Element const &definition)
+    : PR_RgbaItem(category, key, colorOf(definition, 255))
 {
 }
 
@@ -55,9 +58,9 @@ unsigned int PR_RgbaItem::pack(int red, int green, int blue, int alpha)
     return low(alpha) << 24 | low(red) << 16 | low(green) << 8 | low(blue);
 }
 
-bool PR_RgbaItem::readElement(PR_ItemElement const &element, unsigned int &color) const
+bool PR_RgbaItem::readElement(PR_Element const &element, unsigned int &color) const
 {
-    color = colorOf(element, element.attribute(kAlpha).toInt());
+    color = colorOf(element, 0);
     return true;
 }
 
@@ -70,12 +73,17 @@ bool PR_RgbaItem::readToken(TULex &lex, unsigned int &color) const
     return true;
 }
 
-PR_ItemElement PR_RgbaItem::element() const
+void PR_RgbaItem::write(PR_XmlTree &tree, PR_Element *parent) const
 {
-    auto element = PR_ItemElement::of(getTag(), getKey());
-    for (Channel const &channel : { alphaChannel, blueChannel, greenChannel, redChannel })
-        element.add(channel.attribute, QString::number(channelValue(m_value, channel)));
-    return element;
+    QString const key = getKey();
+    QString texts[4];
+    QVarLengthArray<PR_Attribute, 5> attributes{ { kId, key } };
+    for (Channel const &channel : { alphaChannel, blueChannel, greenChannel, redChannel }) {
+        QString &text = texts[attributes.size() - 1];
+        text = QString::number(channelValue(m_value, channel));
+        attributes.append({ channel.attribute, text });
+    }
+    tree.addElement(parent, getTag(), attributes.constData(), int(attributes.size()));
 }
 
 QString PR_RgbaItem::asString(unsigned int color) const

@@ -24,9 +24,11 @@ public:
 
 private:
     friend class PR_TypedItem<PR_RgbaItem, unsigned int>;
+    friend struct PR_ItemTypes;
 
-    PR_ItemElement element() const;
-    bool readElement(PR_ItemElement const &element, unsigned int &color) const;
+    PR_RgbaItem(Category category, QString const &key, PR_Element const &definition);
+    void write(PR_XmlTree &tree, PR_Element *parent) const;
+    bool readElement(PR_Element const &element, unsigned int &color) const;
     bool readToken(TULex &lex, unsigned int &color) const;
     QString asString(unsigned int color) const;
 };

@@ -17,6 +17,11 @@ PR_StringItem::PR_StringItem(Category category, QString const &key, QDomElement 
 {
 }
 
+PR_StringItem::PR_StringItem(Category category, QString const &key, PR_Element const &definition)
+    : PR_StringItem(category, key, definition.attribute(u"value").toString())
+{
+}
+
 PR_StringItem::~PR_StringItem() = default;
 
 bool PR_StringItem::valueAsBool(bool &ok) const
@@ -51,9 +56,9 @@ unsigned int PR_StringItem::valueAsRgba(bool &ok) const
     return ok ? PR_RgbaItem::pack(channels[0], channels[1], channels[2], channels[3]) : 0;
 }
 
-bool PR_StringItem::readElement(PR_ItemElement const &element, QString &text) const
+bool PR_StringItem::readElement(PR_Element const &element, QString &text) const
 {
-    text = element.value();
+    text = element.value().toString();
     return true;
 }
 
@@ -64,7 +69,7 @@ bool PR_StringItem::readToken(TULex &lex, QString &text) const
     return true;
 }
 
-PR_ItemElement PR_StringItem::element() const
+void PR_StringItem::write(PR_XmlTree &tree, PR_Element *parent) const
 {
-    return PR_ItemElement::of(getTag(), getKey(), m_value, m_value.contains(u'\n'));
+    tree.addItem(parent, getTag(), getKey(), m_value, m_value.contains(u'\n'));
 }

@@ -30,9 +30,11 @@ public:
 
 private:
     friend class PR_TypedItem<PR_StringItem, QString>;
+    friend struct PR_ItemTypes;
 
-    PR_ItemElement element() const;
-    bool readElement(PR_ItemElement const &element, QString &text) const;
+    PR_StringItem(Category category, QString const &key, PR_Element const &definition);
+    void write(PR_XmlTree &tree, PR_Element *parent) const;
+    bool readElement(PR_Element const &element, QString &text) const;
     bool readToken(TULex &lex, QString &text) const;
     QString asString(QString const &text) const { return text; }
 };

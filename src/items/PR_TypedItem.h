@@ -3,7 +3,8 @@
 
 #include "PR_PrefItem.h"
 
-struct PR_ItemElement;
+class PR_XmlTree;
+struct PR_Element;
 
 /*! What the library's own items share: the rules for setting, loading, saving and copying a value of the type \a Value.
 
@@ -47,10 +48,9 @@ protected:
     Value m_value; /*!< The current value. */
 
 private:
-    friend class PR_ItemElementAccess;
+    friend struct PR_ItemTypes;
 
-    bool loadElement(PR_ItemElement const &element);
-    PR_ItemElement toElement() const;
+    bool loadElement(PR_Element const &element);
     void takeUserValue(Value const &value);
     Item &item() { return static_cast<Item &>(*this); }
     Item const &item() const { return static_cast<Item const &>(*this); }

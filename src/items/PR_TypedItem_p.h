@@ -1,18 +1,17 @@
 #ifndef PR_TYPEDITEM_P_H
 #define PR_TYPEDITEM_P_H
 
-#include "PR_ItemElement_p.h"
+#include "PR_ElementDom_p.h"
 #include "PR_PrefConstants.h"
 #include "PR_TypedItem.h"
 #include "TULex.h"
 
-#include <QDomDocument>
-
 // Each item class includes this in its source and instantiates PR_TypedItem there. It says only what is particular to
 // it:
-// - bool readElement(PR_ItemElement const &, Value &) const: the value of a user's element; false when it is none.
+// - a private constructor from a light element of a definition.
+// - bool readElement(PR_Element const &, Value &) const: the value of a user's element; false when it is none.
 // - bool readToken(TULex &, Value &) const: the value at the current token, and past it; false when it is none.
-// - PR_ItemElement element() const: the element of the current value.
+// - void write(PR_XmlTree &, PR_Element *parent) const: adds the element of the current value.
 // - QString asString(Value) const: the text to show.
 
 template <class Item, class Value>
@@ -27,21 +26,16 @@ template <class Item, class Value> PR_TypedItem<Item, Value>::~PR_TypedItem() = 
 
 template <class Item, class Value> bool PR_TypedItem<Item, Value>::loadXml(QDomElement const &element)
 {
-    return loadElement(PR_ItemElement::of(element));
+    return loadElement(*PR_ElementDom::treeOf(element).root());
 }
 
-template <class Item, class Value> bool PR_TypedItem<Item, Value>::loadElement(PR_ItemElement const &element)
+template <class Item, class Value> bool PR_TypedItem<Item, Value>::loadElement(PR_Element const &element)
 {
     Value value{};
-    if (element.id != getKey() || !item().readElement(element, value))
+    if (element.id() != getKey() || !item().readElement(element, value))
         return false;
     takeUserValue(value);
     return true;
-}
-
-template <class Item, class Value> PR_ItemElement PR_TypedItem<Item, Value>::toElement() const
-{
-    return item().element();
 }
 
 template <class Item, class Value> bool PR_TypedItem<Item, Value>::load(TULex &lex)
@@ -75,8 +69,11 @@ template <class Item, class Value> bool PR_TypedItem<Item, Value>::changeValue(V
 
 template <class Item, class Value> void PR_TypedItem<Item, Value>::saveXml(QDomDocument *document, bool force)
 {
-    if (force || getOrigin() == OriginUser)
-        toElement().appendTo(document);
+    if (!force && getOrigin() != OriginUser)
+        return;
+    PR_XmlTree tree;
+    item().write(tree, nullptr);
+    PR_ElementDom::append(*document, document->documentElement(), *tree.root());
 }
 
 template <class Item, class Value> void PR_TypedItem<Item, Value>::defaultInUser()

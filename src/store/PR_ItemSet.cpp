@@ -5,25 +5,22 @@
 #include <typeinfo>
 #include <utility>
 
-template <class... Items> void PR_ItemSet::Entry::findKind()
-{
-    auto const is = [this](auto *typed, bool fits) {
-        if (fits)
-            m_kind = kindOf(typed);
-        return fits;
-    };
-    // Nearly all items are of just one of the classes, which is told faster than that they are derived from it.
-    m_isOwn = (... || is(static_cast<Items *>(nullptr), typeid(*m_item) == typeid(Items)));
-    if (!m_isOwn)
-        (void)(... || is(static_cast<Items *>(nullptr), dynamic_cast<Items *>(m_item) != nullptr));
-}
-
 PR_ItemSet::Entry::Entry(PR_PrefItem *item)
     : m_item(item)
 {
-    // A font is an enumeration too: the derived class first.
-    findKind<PR_BoolItem, PR_IntItem, PR_StringItem, PR_RgbaItem, PR_DoubleItem, PR_KeyItem, PR_FontItem,
-        PR_EnumItem>();
+    // Nearly all items are of just one of the classes, which is told faster than that they are derived from it.
+    bool const isExact = PR_ItemTypes::any([this](auto const &row, int number) {
+        bool const isIt = typeid(*m_item) == typeid(typename std::decay_t<decltype(row)>::Item);
+        m_class = isIt ? quint16(1U << number | Exact) : quint16(0);
+        return isIt;
+    });
+    if (isExact)
+        return;
+    PR_ItemTypes::any([this](auto const &row, int number) {
+        bool const isIt = dynamic_cast<typename std::decay_t<decltype(row)>::Item *>(m_item) != nullptr;
+        m_class = isIt ? quint16(1U << number) : quint16(0);
+        return isIt;
+    });
 }
 
 size_t const PR_ItemSet::s_seed = QHashSeed::globalSeed();
@@ -115,7 +112,7 @@ void PR_ItemSet::insert(std::unique_ptr<PR_PrefItem> item)
     if (m_members.size() == m_members.capacity())
         m_members.reserve(2 * m_members.size() + 16);
     Others others;
-    if (!entry.m_isOwn)
+    if (!entry.isExact())
         others.emplace(key, item.get());
     Items order;
     if (m_isOrdered)
@@ -143,7 +140,7 @@ std::unique_ptr<PR_PrefItem> PR_ItemSet::takeAt(size_t slot)
         m_isOrdered = place != m_order.end() && *place == taken.item(); // not so after a change of keys
         m_isOrdered ? void(m_order.erase(place)) : m_order.clear();
     }
-    if (!taken.m_isOwn)
+    if (!taken.isExact())
         removeOther(taken.item());
     m_slots[slotOf(m_members.back())].m_position = taken.m_position;
     m_members[taken.m_position] = m_members.back();

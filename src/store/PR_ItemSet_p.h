@@ -1,19 +1,14 @@
 #ifndef PR_ITEMSET_P_H
 #define PR_ITEMSET_P_H
 
-#include "PR_BoolItem.h"
-#include "PR_DoubleItem.h"
-#include "PR_FontItem.h"
-#include "PR_IntItem.h"
-#include "PR_KeyItem.h"
+#include "PR_ItemTypes_p.h"
 #include "PR_PrefCmp.h"
-#include "PR_RgbaItem.h"
-#include "PR_StringItem.h"
+
+#include <QtAlgorithms>
 
 #include <map>
 #include <memory>
 #include <set>
-#include <type_traits>
 #include <vector>
 
 /*! The items of a store, owned: one per key, found by key through a hash table.
@@ -40,50 +35,26 @@ public:
         /*! The item as a \a T, one of the library's item classes; null when it is none. */
         template <class T> T *as() const
         {
-            bool const isFontAsEnum = std::is_same_v<T, PR_EnumItem> && m_kind == Kind::Font;
-            return m_kind == kindOf(static_cast<T *>(nullptr)) || isFontAsEnum ? static_cast<T *>(m_item) : nullptr;
+            return (m_class & PR_ItemTypes::maskOf<T>()) != 0 ? static_cast<T *>(m_item) : nullptr;
         }
-
-        /*! Calls \a function with the item as its own class, one of the library's; false, and no call, for an item of
-           another class, which may do things its own way. */
-        template <class Function> bool visitExact(Function const &function) const
+        /*! What the library does for items of exactly this class; null for an item of another class, which may do
+           things its own way. */
+        PR_ItemTypes::Row const *exactRow() const
         {
-            return m_isOwn
-                && visitFirst<Function, PR_BoolItem, PR_IntItem, PR_StringItem, PR_RgbaItem, PR_DoubleItem, PR_KeyItem,
-                    PR_EnumItem>(function);
+            return isExact() ? &PR_ItemTypes::row(int(qCountTrailingZeroBits(m_class))) : nullptr;
         }
+        bool isExact() const { return (m_class & Exact) != 0; }
 
     private:
         friend class PR_ItemSet;
 
-        enum class Kind : quint8 { Other, Shortcut, Bool, Int, Double, Rgba, Enum, Font, String };
-
-        static constexpr Kind kindOf(PR_KeyItem *) { return Kind::Shortcut; }
-        static constexpr Kind kindOf(PR_BoolItem *) { return Kind::Bool; }
-        static constexpr Kind kindOf(PR_IntItem *) { return Kind::Int; }
-        static constexpr Kind kindOf(PR_DoubleItem *) { return Kind::Double; }
-        static constexpr Kind kindOf(PR_RgbaItem *) { return Kind::Rgba; }
-        static constexpr Kind kindOf(PR_FontItem *) { return Kind::Font; }
-        static constexpr Kind kindOf(PR_EnumItem *) { return Kind::Enum; }
-        static constexpr Kind kindOf(PR_StringItem *) { return Kind::String; }
-
-        template <class... Items> void findKind();
-
-        template <class Function, class... Items> bool visitFirst(Function const &function) const
-        {
-            auto const visit = [&function](auto *item) {
-                if (item)
-                    function(item);
-                return item != nullptr;
-            };
-            return (... || visit(as<Items>()));
-        }
+        static constexpr quint16 Exact = 0x8000; // just that class, and none derived from it
+        static_assert(PR_ItemTypes::Count < 15);
 
         PR_PrefItem *m_item = nullptr;
         quint32 m_position = 0; // in m_members
         quint16 m_tag = 0; // of the key's hash
-        Kind m_kind = Kind::Other;
-        bool m_isOwn = false; // of just that class
+        quint16 m_class = 0; // the bit of its row in the table of item types; Exact
     };
 
     using Items = std::set<PR_PrefItem *, PR_PrefCmp>;

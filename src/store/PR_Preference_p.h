@@ -3,13 +3,18 @@
 
 #include "PR_ItemSet_p.h"
 #include "PR_Preference.h"
-#include "PR_UserFile_p.h"
+#include "PR_XmlReader_p.h"
 
+#include "MSG_Scope.h"
+
+#include <QCoreApplication>
 #include <QHash>
 #include <QScopedValueRollback>
 
 #include <limits>
 #include <optional>
+
+class PR_Loader;
 
 /*! The state of a store, which no public header shows. */
 class BRIVANT_PREFERENCE_NO_EXPORT PR_Preference::Private {
@@ -29,17 +34,10 @@ public:
     void write(PR_Preference &store, QString const &key, Value const &value, Make make);
     /*!\}*/
 
-    /*! \name Parts of a load */
+    /*! \name Parts of a load and of a save */
     /*!\{*/
     Error loadValues(PR_Preference &store);
-    void loadElement(PR_Preference &store, PR_UserFile const &userFile, PR_UserFile::Element const &element);
-    void loadText(PR_Preference &store, QString const &path);
-    void useBackup(PR_UserFile &userFile);
-    void noteFont(PR_ItemSet::Entry const &entry, QString const &name);
-    /*!\}*/
-
-    /*! \name Parts of a save */
-    /*!\{*/
+    void useBackup(PR_XmlFile &userFile);
     /*! \a remark tells what had to be left out; empty when nothing had. */
     QByteArray userFileBytes(QString &remark) const;
     bool keepPresentFile(QString const &path);
@@ -65,7 +63,7 @@ public:
 
     SaveStatus saveStatus;
     // The user's file when it was last known to be good; one that is unchanged need not be read before it is replaced.
-    PR_FileState goodFile;
+    PL_FileVersion goodFile;
     // After a load that failed before the user's values were read, or that could not put a good backup back, only the
     // first save makes a backup, so that the backup stays the user's file.
     bool loadFailed = false;
@@ -73,11 +71,47 @@ public:
 
     bool isLoading = false;
     // The user's file as the preference set was looked for in it, so that one load parses it once.
-    std::optional<PR_UserFile> userFile;
+    std::optional<PR_XmlFile> userFile;
     // By key, the fonts of the user that a process without a list of fonts could not look up: their items have the
     // index 0. Such an item is saved under that name, or the user would lose the font.
     QHash<QString, QString> unresolvedFonts;
 };
+
+/*! What stores tell the user. The English text is also the source text of the translations. */
+namespace PR_PreferenceMessages {
+//: While reading. %1 is a path, here and in all messages below.
+constexpr char const *CannotOpenForReading = QT_TRANSLATE_NOOP("PR_Preference", "Unable to open preference file (%1)");
+constexpr char const *CannotParse = QT_TRANSLATE_NOOP("PR_Preference", "Unable to parse prefereces file (%1)");
+constexpr char const *NoFileSpecified =
+    QT_TRANSLATE_NOOP("PR_Preference", "TUPreference::load: No preference file specified");
+constexpr char const *FileNotFound = QT_TRANSLATE_NOOP("PR_Preference", "Preference file not found: %1");
+constexpr char const *DefaultFileNotFound =
+    QT_TRANSLATE_NOOP("PR_Preference", "Default preference file not found: %1 ");
+constexpr char const *BackupRestored = QT_TRANSLATE_NOOP(
+    "PR_Preference", "Preference file %1 is empty or corrupted.\nBackup preference file has been restored.");
+constexpr char const *BackupRead =
+    QT_TRANSLATE_NOOP("PR_Preference", "Preference file %1 is empty or corrupted.\nIts backup has been read instead.");
+constexpr char const *DefaultsLoaded = QT_TRANSLATE_NOOP(
+    "PR_Preference", "Preference file %1 is empty or corrupted.\nDefault preferences will be loaded instead.");
+//: While saving.
+constexpr char const *CannotOpenForWriting = QT_TRANSLATE_NOOP("PR_Preference", "Unable to open preference file: %1");
+constexpr char const *WriteError = QT_TRANSLATE_NOOP("PR_Preference", "Error while writing preference file: %1");
+constexpr char const *NotInitialized = QT_TRANSLATE_NOOP("PR_Preference", "Could not initialize preferences.");
+
+/*! A message from one of these texts; its marker is filled by arg(). */
+inline MSG_Text text(char const *source)
+{
+    return MSG_Text(QString::fromLatin1(source), PR_Preference::tr(source));
+}
+
+/*! Reports one of these texts; one without a marker needs no path. */
+inline void report(char const *source, MSG_Scope::Action action, QString const &path = {})
+{
+    MSG_Scope scope(QString::fromLatin1(source), PR_Preference::tr(source), action);
+    if (!path.isNull())
+        scope.arg(path);
+}
+} // namespace PR_PreferenceMessages
 
 /*! The one store of a kind, created by the first call and kept, also when it is null. Null too for a call from inside
    of that first one, which comes from a receiver of its reports. After an exception the next call tries again. */

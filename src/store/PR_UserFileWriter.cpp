@@ -1,18 +1,34 @@
 #include "PR_UserFileWriter_p.h"
-#include "PR_XmlScan_p.h"
 
-#include "PR_ItemElement_p.h"
 #include "PR_PrefConstants.h"
+#include "PR_XmlReader_p.h"
 
-#include <QDomElement>
+#include <QVarLengthArray>
 #include <QXmlStreamReader>
 
 #include <algorithm>
 
 namespace {
-QLatin1String const cdataAttribute("cdata");
+// How many code units at the beginning of a text are of characters that XML can hold.
+qsizetype validLength(QStringView text)
+{
+    qsizetype i = 0;
+    for (; i < text.size(); ++i) {
+        char16_t const c = text[i].unicode();
+        if (c >= 0x20 && c < 0xD800) // nearly all
+            continue;
+        if (QChar::isHighSurrogate(c)) {
+            if (i + 1 == text.size() || !text[i + 1].isLowSurrogate())
+                break;
+            ++i;
+        } else if (c < 0x20 ? c != u'\t' && c != u'\n' && c != u'\r' : QChar::isLowSurrogate(c) || c >= 0xFFFE) {
+            break;
+        }
+    }
+    return i;
+}
 
-bool isXmlName(QString const &text)
+bool isXmlName(QStringView text)
 {
     auto const isLetter = [](QChar c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_'; };
     auto const isNameCharacter = [&](QChar c) {
@@ -30,12 +46,13 @@ bool isXmlName(QString const &text)
 }
 
 // As QDomDocument::toString() escapes a text and, with its white space, an attribute.
-void appendEscaped(QString &out, QString const &raw, bool isAttribute)
+void appendEscaped(QString &out, QStringView raw, bool isAttribute)
 {
-    QString const text = PR_UserFileWriter::xmlText(raw);
+    QString const mended = validLength(raw) == raw.size() ? QString() : PR_UserFileWriter::xmlText(raw.toString());
+    QStringView const text = mended.isNull() ? raw : QStringView(mended);
     qsizetype written = 0;
     auto const replace = [&](qsizetype at, QLatin1String entity) {
-        out.append(QStringView(text).mid(written, at - written));
+        out.append(text.mid(written, at - written));
         out.append(entity);
         written = at + 1;
     };
@@ -58,205 +75,137 @@ void appendEscaped(QString &out, QString const &raw, bool isAttribute)
         else if (isAttribute && c == u'\t')
             replace(i, QLatin1String("&#x9;"));
     }
-    out.append(QStringView(text).mid(written));
+    out.append(text.mid(written));
 }
 
-void appendAttribute(QString &out, QString const &name, QString const &text)
+void appendText(QString &out, PR_TextNode const &node)
 {
-    out.append(u' ').append(name).append(QLatin1String("=\""));
-    appendEscaped(out, text, true);
-    out.append(u'"');
+    if (node.kind == PR_Node::Text)
+        return appendEscaped(out, node.text, false);
+    QString text = PR_UserFileWriter::xmlText(node.text.toString());
+    if (node.kind == PR_Node::Cdata) {
+        // A section ends at the first "]]>": the end of that goes into a section of its own.
+        text.replace(QLatin1String("]]>"), QLatin1String("]]]]><![CDATA[>"));
+        out.append(QLatin1String("<![CDATA[")).append(text).append(QLatin1String("]]>"));
+    } else if (node.kind == PR_Node::Comment) {
+        while (text.contains(QLatin1String("--")))
+            text.replace(QLatin1String("--"), QLatin1String("- -"));
+        out.append(QLatin1String("<!--")).append(text).append(QLatin1String(text.endsWith(u'-') ? " -->" : "-->"));
+    } else if (node.kind == PR_Node::Instruction && isXmlName(node.name)
+        && node.name.compare(u"xml", Qt::CaseInsensitive) != 0) {
+        text.replace(QLatin1String("?>"), QLatin1String("? >"));
+        out.append(QLatin1String("<?")).append(node.name).append(u' ').append(text).append(QLatin1String("?>\n"));
+    }
+    // An entity reference would have nothing to refer to.
 }
 
-void appendCdata(QString &out, QString const &raw)
+bool isText(PR_Node const *node)
 {
-    // A section ends at the first "]]>": the end of that goes into a section of its own.
-    QString text = PR_UserFileWriter::xmlText(raw);
-    text.replace(QLatin1String("]]>"), QLatin1String("]]]]><![CDATA[>"));
-    out.append(QLatin1String("<![CDATA[")).append(text).append(QLatin1String("]]>"));
-}
-
-void appendEnd(QString &out, QString const &tag)
-{
-    out.append(QLatin1String("</")).append(tag).append(u'>');
-}
-
-QString tagOf(PR_ItemElement const &element)
-{
-    // The value comes back under its key whatever the element's name.
-    return isXmlName(element.tag) ? element.tag : QStringLiteral("string");
+    return node && (node->kind == PR_Node::Text || node->kind == PR_Node::Cdata);
 }
 
 // Whether the value is in the "cdata" form, but would not come back so: a reader turns CR LF into LF in a section and
 // ends it at "]]>".
-bool needsValueForm(PR_ItemElement const &element)
+bool needsValueForm(PR_Element const &element)
 {
-    bool const isCdataForm = element.hasCdata && element.find(cdataAttribute) && !element.find(kValue);
-    if (!isCdataForm)
+    PR_TextNode const *const section = element.section();
+    if (!section || section->next || !element.hasAttribute(u"cdata") || element.hasAttribute(kValue))
         return false;
-    QString const text = PR_UserFileWriter::xmlText(element.cdata);
+    QString const text = PR_UserFileWriter::xmlText(section->text.toString());
     return text.contains(u'\r') || text.contains(QLatin1String("]]>"));
-}
-
-void appendComment(QString &out, QString const &raw)
-{
-    QString text = PR_UserFileWriter::xmlText(raw);
-    while (text.contains(QLatin1String("--")))
-        text.replace(QLatin1String("--"), QLatin1String("- -"));
-    out.append(QLatin1String("<!--")).append(text).append(QLatin1String(text.endsWith(u'-') ? " -->" : "-->"));
-}
-
-void appendInstruction(QString &out, QString const &target, QString const &raw)
-{
-    QString text = PR_UserFileWriter::xmlText(raw);
-    text.replace(QLatin1String("?>"), QLatin1String("? >"));
-    out.append(QLatin1String("<?")).append(target).append(u' ').append(text).append(QLatin1String("?>\n"));
-}
-
-// Whether a node is a processing instruction that may stand in an element.
-bool isInstruction(QDomNode const &node)
-{
-    QString const target = node.nodeName();
-    return node.isProcessingInstruction() && isXmlName(target)
-        && target.compare(QLatin1String("xml"), Qt::CaseInsensitive) != 0;
-}
-
-bool isText(QDomNode const &node)
-{
-    return node.isText() || node.isCDATASection();
 }
 } // namespace
 
 QString PR_UserFileWriter::xmlText(QString const &text)
 {
-    // The length in code units of the character at a position; 0 for one that XML cannot hold.
-    auto const validLength = [&text](qsizetype i) {
-        char16_t const c = text[i].unicode();
-        if (c >= 0x20 && c < 0xD800) // nearly all
-            return 1;
-        if (QChar::isHighSurrogate(c))
-            return i + 1 < text.size() && text[i + 1].isLowSurrogate() ? 2 : 0;
-        bool const valid = c < 0x20 ? c == u'\t' || c == u'\n' || c == u'\r' : !QChar::isLowSurrogate(c) && c < 0xFFFE;
-        return valid ? 1 : 0;
-    };
-
-    qsizetype i = 0;
-    while (i < text.size() && validLength(i) > 0)
-        i += validLength(i);
-    if (i == text.size())
+    qsizetype valid = validLength(text);
+    if (valid == text.size())
         return text;
-
-    QString valid = text.left(i);
-    while (i < text.size()) {
-        int const length = validLength(i);
-        valid += QStringView(text).mid(i, length);
-        i += qMax(length, 1);
+    QString mended;
+    for (QStringView rest = text; !rest.isEmpty(); valid = validLength(rest)) {
+        mended.append(rest.left(valid));
+        rest = rest.mid(valid + 1);
     }
-    return valid;
+    return mended;
 }
 
-void PR_UserFileWriter::add(PR_ItemElement const &element)
+QByteArray PR_UserFileWriter::bytesOf(PR_Element const &root)
 {
-    m_content.append(u' ');
-    appendItem(element);
-    m_content.append(u'\n');
+    m_text = QLatin1String("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<") + kPref;
+    appendAttributes(root.attributes, root.attributeCount);
+    if (root.firstNode) {
+        m_text.append(QLatin1String(">\n"));
+        appendContent(root, 0);
+        m_text.append(QLatin1String("</")).append(kPref).append(QLatin1String(">\n"));
+    } else {
+        m_text.append(QLatin1String("/>\n"));
+    }
+    return m_text.toUtf8();
 }
 
-void PR_UserFileWriter::addContentOf(QDomElement const &root)
+void PR_UserFileWriter::appendAttributes(PR_Attribute const *attributes, int count)
 {
-    appendAttributes(m_rootAttributes, PR_ItemElement::of(root));
-    for (QDomNode node = root.firstChild(); !node.isNull(); node = node.nextSibling())
-        appendNode(node, 1);
-}
-
-void PR_UserFileWriter::appendAttributes(QString &out, PR_ItemElement const &element)
-{
-    if (!element.id.isEmpty())
-        appendAttribute(out, kId, element.id);
-    qsizetype room = PR_XmlScan::maximumAttributes - 1;
-    for (auto const &[name, text] : element.attributes) {
-        if (room-- <= 0)
+    // One more than a reader takes never comes in: each element has room for its id.
+    int room = PR_XmlFile::MaximumAttributes - 1;
+    for (PR_Attribute const *each = attributes; each != attributes + count; ++each) {
+        bool const isId = each->name == kId;
+        if (!isId && --room < 0) {
             m_isCutShort = true;
-        else if (isXmlName(name))
-            appendAttribute(out, name, text);
+        } else if (!isId || !each->value.isEmpty()) {
+            if (!isXmlName(each->name))
+                continue;
+            m_text.append(u' ').append(each->name).append(QLatin1String("=\""));
+            appendEscaped(m_text, each->value, true);
+            m_text.append(u'"');
+        }
     }
 }
 
-void PR_UserFileWriter::appendItem(PR_ItemElement const &element)
+void PR_UserFileWriter::appendElement(PR_Element const &element, int depth)
 {
-    QString const tag = tagOf(element);
-    m_content.append(u'<').append(tag);
-    if (needsValueForm(element)) {
-        PR_ItemElement changed = PR_ItemElement::of(element.tag, element.id, element.cdata);
-        for (PR_ItemElement::Attribute const &attribute : element.attributes) {
-            if (attribute.first != cdataAttribute)
-                changed.add(attribute.first, attribute.second);
+    // The value comes back under its key whatever the element's name.
+    QStringView const tag = isXmlName(element.name) ? element.name : QStringView(u"string");
+    m_text.append(u'<').append(tag);
+    bool const isValueForm = needsValueForm(element);
+    if (isValueForm) {
+        QVarLengthArray<PR_Attribute> attributes;
+        for (int i = 0; i < element.attributeCount; ++i) {
+            bool const isForm = element.attributes[i].name == u"cdata";
+            attributes.append(isForm ? PR_Attribute{ kValue, element.section()->text } : element.attributes[i]);
         }
-        appendAttributes(m_content, changed);
-        m_content.append(QLatin1String("/>"));
+        appendAttributes(attributes.constData(), int(attributes.size()));
+    } else {
+        appendAttributes(element.attributes, element.attributeCount);
+    }
+    if (isValueForm || !element.firstNode) {
+        m_text.append(QLatin1String("/>"));
         return;
     }
-    appendAttributes(m_content, element);
-    if (element.hasCdata) {
-        m_content.append(u'>');
-        appendCdata(m_content, element.cdata);
-        appendEnd(m_content, tag);
-    } else {
-        m_content.append(QLatin1String("/>"));
-    }
+    m_text.append(u'>');
+    if (!isText(element.lastNode))
+        m_text.append(u'\n');
+    if (depth + 1 < PR_XmlFile::MaximumDepth || !element.firstElement())
+        appendContent(element, depth);
+    else
+        m_isCutShort = true;
+    if (!isText(element.lastNode))
+        m_text.append(QString(depth, u' '));
+    m_text.append(QLatin1String("</")).append(tag).append(u'>');
 }
 
 // The blanks and line ends around a node are those of QDomNode::save().
-void PR_UserFileWriter::appendNode(QDomNode const &node, int depth)
+void PR_UserFileWriter::appendContent(PR_Element const &element, int depth)
 {
-    if (node.isCDATASection())
-        return appendCdata(m_content, node.nodeValue());
-    if (node.isText())
-        return appendEscaped(m_content, node.nodeValue(), false);
-    if (isInstruction(node))
-        return appendInstruction(m_content, node.nodeName(), node.nodeValue());
-    // An entity reference would have nothing to refer to.
-    if (!node.isElement() && !node.isComment())
-        return;
-    if (!isText(node.previousSibling()))
-        m_content.append(QString(depth, u' '));
-    if (node.isElement())
-        appendElement(node.toElement(), depth);
-    else
-        appendComment(m_content, node.nodeValue());
-    if (!isText(node.nextSibling()))
-        m_content.append(u'\n');
-}
-
-void PR_UserFileWriter::appendElement(QDomElement const &element, int depth)
-{
-    PR_ItemElement const content = PR_ItemElement::of(element);
-    QDomNode const last = element.lastChild();
-    bool const holdsOneSection = content.hasCdata && last == element.firstChild();
-    if (last.isNull() || holdsOneSection)
-        return appendItem(content);
-    QString const tag = tagOf(content);
-    m_content.append(u'<').append(tag);
-    appendAttributes(m_content, content);
-    m_content.append(u'>');
-    if (!isText(last))
-        m_content.append(u'\n');
-    if (depth + 1 < PR_XmlScan::maximumDepth) {
-        for (QDomNode node = element.firstChild(); !node.isNull(); node = node.nextSibling())
-            appendNode(node, depth + 1);
-    } else {
-        m_isCutShort = true;
+    PR_Node const *previous = nullptr;
+    for (PR_Node const *node = element.firstNode; node; previous = node, node = node->next) {
+        bool const standsAlone = node->kind == PR_Node::Element || node->kind == PR_Node::Comment;
+        if (standsAlone && !isText(previous))
+            m_text.append(QString(depth + 1, u' '));
+        if (node->kind == PR_Node::Element)
+            appendElement(static_cast<PR_Element const &>(*node), depth + 1);
+        else
+            appendText(m_text, static_cast<PR_TextNode const &>(*node));
+        if (standsAlone && !isText(node->next))
+            m_text.append(u'\n');
     }
-    if (!isText(last))
-        m_content.append(QString(depth, u' '));
-    appendEnd(m_content, tag);
-}
-
-QByteArray PR_UserFileWriter::bytes() const
-{
-    QByteArray const declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-    QByteArray const root = '<' + kPref.toUtf8() + m_rootAttributes.toUtf8();
-    if (m_content.isEmpty())
-        return declaration + root + "/>\n";
-    return declaration + root + ">\n" + m_content.toUtf8() + "</" + kPref.toUtf8() + ">\n";
 }

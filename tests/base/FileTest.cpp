@@ -1,5 +1,6 @@
 #include "PL_FileUtil.h"
 #include "TestSupport.h"
+#include "PL_InputFile_p.h"
 #include "tufile.h"
 
 #include <QDir>
@@ -143,5 +144,5 @@ TEST_F(FileTest, OnlyFilesThatEndCanBeRead)
         { u"pipe"_s, u"is not a regular file"_s }, { u"huge"_s, u"is larger than 256 MB"_s },
         { u"missing"_s, u"No such file or directory"_s } };
     for (auto const &[name, reason] : rows)
-        EXPECT_EQ(tufile::whyNotReadable(path(name)), reason) << name;
+        EXPECT_EQ(PL_InputFile::read(path(name)).error, reason) << name;
 }
