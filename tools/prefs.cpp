@@ -1,16 +1,13 @@
+#include "Application.h"
+#include "Command.h"
 #include "CommandLine.h"
 #include "Completion.h"
 #include "Usage.h"
-#include "Verb.h"
 
 #include "HostPlatform.h"
 #include "MSG_Scope.h"
-#include "oswUtil.h"
 
-#include <QGuiApplication>
-#include <QLocale>
 #include <QTextStream>
-#include <QTranslator>
 
 #include <cstdio>
 
@@ -26,14 +23,23 @@ class Messages {
 public:
     Messages()
     {
+        s_current = this;
         HostPlatform::current().report = [this](HostReport const &report) {
-            if (m_isVerbose || report.action != MSG_Scope::Log)
-                print(report.text);
-            else
-                m_heldBack.append(report.text);
+            report.action == MSG_Scope::Log ? log(report.text) : print(report.text);
         };
+        // Of Qt's warnings most are about what a session without a display lacks.
+        qInstallMessageHandler([](QtMsgType type, QMessageLogContext const &context, QString const &text) {
+            if (type == QtCriticalMsg || type == QtFatalMsg)
+                print(text);
+            else if (qstrcmp(context.category, "brivant.preference") == 0)
+                s_current->log(text);
+        });
     }
-    ~Messages() { HostPlatform::current().report = nullptr; }
+    ~Messages()
+    {
+        HostPlatform::current().report = nullptr;
+        qInstallMessageHandler(nullptr);
+    }
     Q_DISABLE_COPY_MOVE(Messages)
 
     void setVerbose(bool isVerbose) { m_isVerbose = isVerbose; }
@@ -54,6 +60,16 @@ public:
     }
 
 private:
+    void log(QString const &text)
+    {
+        if (m_isVerbose)
+            print(text);
+        else
+            m_heldBack.append(text);
+    }
+
+    static inline Messages *s_current = nullptr;
+
     bool m_isVerbose = false;
     QStringList m_heldBack;
 };
@@ -69,44 +85,6 @@ void configureHost(QCommandLineParser const &options)
     host.featureKeywords = options.values(u"feature"_s);
     host.hasMorphing = options.isSet(u"morphing"_s);
     host.readOnly = true; // until a verb loads a store to write to it
-}
-
-// The library's messages in the first language of the user for which they are there; the program's own are English.
-void loadTranslation(QTranslator &translator)
-{
-    QLocale const user = QLocale::system();
-    if (user.language() == QLocale::C) // whatever LANGUAGE says: scripts ask for English so
-        return;
-    QString const folder = oswUtil::ZeltDir(false) + "/translations"_L1;
-    for (QString const &language : user.uiLanguages()) {
-        if (QLocale(language).language() == QLocale::English)
-            return;
-        if (translator.load("brivantpreference_"_L1 + QString(language).replace(u'-', u'_'), folder)) {
-            QCoreApplication::installTranslator(&translator);
-            return;
-        }
-    }
-}
-
-// Fonts need an application for a user interface, which runs without a display then. It is not shown the arguments: it
-// would take those that it knows for itself.
-void runVerb(CommandLine const &commandLine, char **argv, QTextStream &out)
-{
-    // While it starts, Qt warns of what a session without a display lacks.
-    QtMessageHandler const usual =
-        qInstallMessageHandler([](QtMsgType type, QMessageLogContext const &, QString const &text) {
-            if (type == QtCriticalMsg || type == QtFatalMsg)
-                Messages::print(text);
-        });
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    int own = 1;
-    QGuiApplication const application(own, argv);
-    qInstallMessageHandler(usual);
-    QTranslator translator;
-    loadTranslation(translator);
-    configureHost(commandLine.options());
-    commandLine.verb()->run({ commandLine.arguments(), commandLine.options(), out });
 }
 
 // What an option asks for instead of a verb; empty when none does.
@@ -150,8 +128,11 @@ int main(int argc, char **argv)
         messages.setVerbose(commandLine.options().isSet(u"verbose"_s));
         QTextStream out(stdout);
         QString const text = answer(commandLine);
-        if (text.isEmpty())
-            runVerb(commandLine, argv, out);
+        if (text.isEmpty()) {
+            configureHost(commandLine.options());
+            Application const application(argv);
+            commandLine.verb()->run({ commandLine.arguments(), commandLine.options(), out });
+        }
         out << text;
         out.flush();
         if (out.status() != QTextStream::Ok || std::fflush(stdout) != 0)

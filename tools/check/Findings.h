@@ -1,0 +1,115 @@
+#ifndef FINDINGS_H
+#define FINDINGS_H
+
+#include "PR_XmlReader_p.h"
+
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+/*! What the checks of files look for. */
+enum class Rule {
+    CannotRead,
+    NotXml,
+    UnknownRoot,
+    UnknownElement,
+    UnknownAttribute,
+    IgnoredContent,
+    MissingId,
+    BadKey,
+    DuplicateKey,
+    ShadowedKey,
+    DroppedByLock,
+    UnknownCategory,
+    MissingValue,
+    MissingTexts,
+    BadValue,
+    BadFlag,
+    BadLock,
+    ReversedRange,
+    OutsideRange,
+    OutsidePercentage,
+    OutsideChannel,
+    UnreadableShortcut,
+    SameShortcut,
+    MissingFont,
+    BadPlatform,
+    BadMode,
+    BadFeature,
+    NeverHolds,
+    ConditionalCachedKey,
+    UnknownKey,
+    TwoTypes,
+    ChangedType,
+    ChangedCategory,
+    LeftOff,
+    RepeatedDefault,
+    WithoutEffect,
+    MissingSet,
+    Count
+};
+
+enum class Severity { None, Warning, Error };
+
+/*! What is said about a rule. The names are for ever: scripts rely on them. */
+struct RuleText {
+    char const *name;
+    Severity inDefinitions; /*!< Also in preference sets and overrides. */
+    Severity inUserFile;
+    char const *explanation;
+};
+
+QStringList ruleNames();
+RuleText const &textOf(Rule rule);
+char const *textOf(Severity severity);
+
+/*! Something that is wrong in a file. */
+struct Finding {
+    QString file;
+    int line; /*!< From 1, as the column; 0 for the file as a whole. */
+    int column;
+    Severity severity;
+    Rule rule;
+    QString key; /*!< Of the preference; empty when it is about none. */
+    QString text;
+    QString suggestion; /*!< What was probably meant; empty when nothing is near. */
+};
+
+/*! What is wrong in one file. */
+class Findings {
+public:
+    enum FileKind { DefinitionFile, UserFile };
+
+    /*! \a file must live as long. */
+    Findings(PR_XmlFile const &file, FileKind kind);
+
+    /*! Adds a finding about an element, placed at one of its attributes when there is such a one. */
+    void add(Rule rule, PR_Element const &element, QString const &text, QString const &attribute = {},
+        QString const &suggestion = {});
+    /*! The file could not be read: why. */
+    void addUnreadable();
+
+    /*! The findings in the order of the file. */
+    std::vector<Finding> const &inOrder();
+
+private:
+    /*! The text of the file, to find places in it that no element knows. */
+    struct Text {
+        explicit Text(QByteArray const &bytes);
+        qsizetype positionOf(int line, int column) const;
+        /*! Where an attribute stands in the tag at a position; that position when the tag has no such attribute. */
+        qsizetype attributeOf(qsizetype tag, QString const &attribute) const;
+
+        QString text;
+        std::vector<qsizetype> lineStarts;
+    };
+    Text const &text();
+
+    PR_XmlFile const &m_file;
+    FileKind const m_kind;
+    std::optional<Text> m_text;
+    std::vector<Finding> m_findings;
+};
+
+#endif

@@ -1,0 +1,94 @@
+
+#include "ItemFilter.h"
+#include "PrefsStore.h"
+#include "ValueText.h"
+#include "Command.h"
+
+#include "PR_DoubleItem.h"
+#include "PR_FontItem.h"
+#include "PR_IntItem.h"
+
+#include <QCommandLineParser>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QString yesOrNo(bool value)
+{
+    return value ? u"yes"_s : u"no"_s;
+}
+} // namespace
+
+void Verbs::list(Call const &call)
+{
+    ItemFilter const filter(call.options);
+    PrefsStore store(call);
+    store.useFontsWhere([&filter](PR_PrefItem const &item) { return filter.admits(item); });
+    for (PR_PrefItem const *item : store) {
+        if (!filter.admits(*item))
+            continue;
+        call.out << ValueText::escaped(item->getKey()) << '\t' << ValueText::escaped(item->getTag()) << '\t'
+                 << ValueText::escaped(item->valueAsString()) << '\n';
+    }
+}
+
+void Verbs::get(Call const &call)
+{
+    PrefsStore store(call);
+    call.out << store.item(call.arguments[0]).valueAsString() << '\n';
+}
+
+void Verbs::describe(Call const &call)
+{
+    PrefsStore store(call);
+    PR_PrefItem const &item = store.item(call.arguments[0]);
+    auto const line = [&call](char const *label, QString const &text) {
+        call.out << label << ": " << ValueText::escaped(text) << '\n';
+    };
+    line("Key", item.getKey());
+    line("Type", item.getTag());
+    line("Category", PR_PrefItem::getCategoryString(item.getCategory()));
+    line("Value", item.valueAsString());
+    line("Default", item.defaultValueAsString());
+    if (auto const *number = dynamic_cast<PR_IntItem const *>(&item))
+        line("Range", u"%1 to %2"_s.arg(number->minValue()).arg(number->maxValue()));
+    if (auto const *number = dynamic_cast<PR_DoubleItem const *>(&item))
+        line("Percentage", yesOrNo(number->percentage()));
+    if (auto const *font = dynamic_cast<PR_FontItem const *>(&item))
+        line("Choices", font->EnumNameList().join(", "_L1));
+    line("Locked", yesOrNo(item.hasFacilityOverride(false)));
+    line("Origin", ValueText::originOf(item));
+    line("Short description", item.getShortDescription());
+    line("Long description", item.getLongDescription());
+}
+
+void Verbs::set(Call const &call)
+{
+    PrefsStore store(call, PrefsStore::ToWrite);
+    QString const key = call.arguments[0];
+    QString const text = call.arguments[1];
+    PR_PrefItem &item = store.unlockedItem(key);
+    ValueText::Outcome const outcome = ValueText::assign(item, text);
+    if (outcome == ValueText::Refused) {
+        throw Failure{ ExitStatus::NotAValue,
+            u"\"%1\" is no value of %2; expected %3."_s.arg(
+                ValueText::escaped(text), ValueText::escaped(key), ValueText::expectedForm(item)) };
+    }
+    if (outcome == ValueText::Changed)
+        store.saveNow();
+}
+
+void Verbs::reset(Call const &call)
+{
+    PrefsStore store(call, PrefsStore::ToWrite);
+    QString const key = call.arguments[0];
+    PR_PrefItem const &item = store.unlockedItem(key);
+    if (item.getCategory() == PR_PrefItem::Internal)
+        throw Failure{ ExitStatus::NoSuchKey,
+            u"%1 has no definition, and so no default."_s.arg(ValueText::escaped(key)) };
+    if (item.getOrigin() == PR_PrefItem::OriginDefault)
+        return;
+    store.restoreDefault(key);
+    store.saveNow();
+}
