@@ -31,6 +31,8 @@ public:
     std::vector<QString> shuffledIntegers() const;
     std::vector<QString> missingKeys() const;
 
+    /*! Where its files lie: "resources/prefs.xml" and "user-pref.xml". */
+    QString folder() const { return m_folder.path(); }
     QString const &userName() const { return m_userName; }
     QByteArray const &definitions() const { return m_definitions; }
     QByteArray const &userFile() const { return m_userFile; }

@@ -33,7 +33,7 @@ public:
         for (Run const &run : runs) {
             if (run.run_type == Run::RT_Iteration && !run.error_occurred)
                 m_times[run.run_name.function_name + (run.run_name.args.empty() ? "" : "/" + run.run_name.args)]
-                    .push_back(run.GetAdjustedCPUTime());
+                    .push_back(run.run_name.time_type.empty() ? run.GetAdjustedCPUTime() : run.GetAdjustedRealTime());
         }
         ConsoleReporter::ReportRuns(runs);
     }
@@ -77,6 +77,16 @@ int compareWithLimit(char const *workload, char const *measured, char const *lim
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
+    QStringList const typed = application.arguments();
+    if (typed.size() == 3 && typed[1].startsWith(QLatin1String("--first-")))
+        return runFirstOfProcess(typed[1], typed[2]);
+    // What is measured and its limit take turns.
+    std::vector<char *> arguments(argv, argv + argc);
+    std::string defaults[] = { "--benchmark_repetitions=7", "--benchmark_enable_random_interleaving=true" };
+    for (std::string &option : defaults)
+        arguments.insert(arguments.begin() + 1, option.data());
+    argc = int(arguments.size());
+    argv = arguments.data();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
