@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr">
 <context>
+    <name>PL_FileSlot</name>
+    <message>
+        <source>It is no regular file.</source>
+        <translation>Ce n’est pas un fichier ordinaire.</translation>
+    </message>
+    <message>
+        <source>The file would be too large to be read.</source>
+        <translation>Le fichier serait trop grand pour être lu.</translation>
+    </message>
+    <message>
+        <source>Another program changed the file.</source>
+        <translation>Un autre programme a modifié le fichier.</translation>
+    </message>
+    <message>
+        <source>The backup cannot be written.</source>
+        <translation>La copie de sauvegarde ne peut pas être écrite.</translation>
+    </message>
+    <message>
+        <source>The new file cannot be put in the place of the old one.</source>
+        <translation>Le nouveau fichier ne peut pas prendre la place de l’ancien.</translation>
+    </message>
+</context>
+<context>
     <name>PL_InputFile</name>
     <message>
         <source>is not a regular file</source>
@@ -158,10 +181,6 @@ Les préférences par défaut vont être chargées à la place.</translation>
         <translation>Aucun fichier n’est prévu pour ces préférences.</translation>
     </message>
     <message>
-        <source>The new file cannot be put in the place of the old one.</source>
-        <translation>Le nouveau fichier ne peut pas remplacer l’ancien.</translation>
-    </message>
-    <message>
         <source>Preference file %1 is empty or corrupted.
 Its backup has been read instead.</source>
         <translation>Le fichier de préférences %1 est vide ou endommagé.
@@ -178,10 +197,6 @@ Sa copie de sauvegarde a été lue à la place.</translation>
     <message>
         <source>The store is being loaded.</source>
         <translation>Les préférences sont en cours de chargement.</translation>
-    </message>
-    <message>
-        <source>The backup cannot be written.</source>
-        <translation>La copie de sauvegarde ne peut pas être écrite.</translation>
     </message>
 </context>
 <context>

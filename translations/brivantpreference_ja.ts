@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja">
 <context>
+    <name>PL_FileSlot</name>
+    <message>
+        <source>It is no regular file.</source>
+        <translation>通常のファイルではありません。</translation>
+    </message>
+    <message>
+        <source>The file would be too large to be read.</source>
+        <translation>読み込めないほど大きなファイルになります。</translation>
+    </message>
+    <message>
+        <source>Another program changed the file.</source>
+        <translation>別のプログラムがファイルを変更しました。</translation>
+    </message>
+    <message>
+        <source>The backup cannot be written.</source>
+        <translation>バックアップを書き込めません。</translation>
+    </message>
+    <message>
+        <source>The new file cannot be put in the place of the old one.</source>
+        <translation>新しいファイルを古いファイルと置き換えられません。</translation>
+    </message>
+</context>
+<context>
     <name>PL_InputFile</name>
     <message>
         <source>is not a regular file</source>
@@ -158,10 +181,6 @@ Default preferences will be loaded instead.</source>
         <translation>この環境設定には保存先のファイルがありません。</translation>
     </message>
     <message>
-        <source>The new file cannot be put in the place of the old one.</source>
-        <translation>古いファイルを新しいファイルに置き換えることができません。</translation>
-    </message>
-    <message>
         <source>Preference file %1 is empty or corrupted.
 Its backup has been read instead.</source>
         <translation>環境設定ファイル %1 は空であるか、破損しています。
@@ -178,10 +197,6 @@ Its backup has been read instead.</source>
     <message>
         <source>The store is being loaded.</source>
         <translation>環境設定を読み込んでいます。</translation>
-    </message>
-    <message>
-        <source>The backup cannot be written.</source>
-        <translation>バックアップを書き込めません。</translation>
     </message>
 </context>
 <context>

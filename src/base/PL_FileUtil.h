@@ -10,28 +10,22 @@
     file that it names, and the link stays. */
 class BRIVANT_BASE_EXPORT PL_FileUtil {
 public:
-    /*! The file to write in place of \a spec: "F.<process id>.new", so that two processes never write into one. For a
-        symlink loop it is \a spec itself, which cannot be opened. */
+    /*! The file to write in place of \a spec: "F.new-" and six random letters or digits, so that two processes never
+        write into one; the same until RenameNewFile(). For a symlink loop it is \a spec itself, which cannot be
+        opened. */
     [[nodiscard]] static PL_FileSpec NewFileSpec(PL_FileSpec const &spec);
     /*! The backup of \a spec, "F~". */
     [[nodiscard]] static PL_FileSpec BackupFileSpec(PL_FileSpec const &spec);
     /*! Makes the present file the backup, without a moment in which either is missing; true also when there is no
         file yet. */
     static bool BackupFile(PL_FileSpec const &spec);
-    /*! The same; \a isSynced becomes false when the disk refuses to sync the backup. */
-    static bool BackupFile(PL_FileSpec const &spec, bool *isSynced);
     /*! Puts the new file in the place of \a spec and syncs the folder; false when either fails. A new file that could
         not be put there is removed. The first time in a process, removes stale new files of dead processes. */
     static bool RenameNewFile(PL_FileSpec const &spec);
     /*! Replaces the file by a copy of its backup; false when there is none. With \a keepDamaged the replaced file is
-        first kept as KeepDamagedFile() does. */
+        first kept as "F.bad", for repair; an empty one, or one that is no other than the backup, does not displace
+        what is there. */
     static bool RestoreBackupFile(PL_FileSpec const &spec, bool keepDamaged);
-    /*! Keeps a file that cannot be read as "F.bad", for repair; an empty file, or one that is no other than the backup,
-        does not displace what is there. */
-    static bool KeepDamagedFile(PL_FileSpec const &spec);
-    /*! Gives the file \a to the permission bits of \a from and, where root runs this, its owner and group: a file that
-        root mends stays its owner's. False when there is no such file, or the bits cannot be set. */
-    static bool CopyAttributes(PL_FileSpec const &from, PL_FileSpec const &to);
 };
 
 #endif

@@ -5,21 +5,11 @@
 
 #include <cerrno>
 
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#endif
 
 namespace {
-#ifdef Q_OS_UNIX
-PL_FileVersion versionOf(struct stat const &info)
-{
-    auto const nanoseconds = [](timespec const &time) { return qint64(time.tv_sec) * 1000000000 + time.tv_nsec; };
-    return { qint64(info.st_dev), qint64(info.st_ino), info.st_size, nanoseconds(info.st_mtim),
-        nanoseconds(info.st_ctim) };
-}
-
 /*! Closes a descriptor at its end. */
 class Descriptor {
 public:
@@ -38,7 +28,6 @@ public:
 private:
     int m_number;
 };
-#endif
 } // namespace
 
 bool PL_FileVersion::operator==(PL_FileVersion const &other) const
@@ -47,12 +36,20 @@ bool PL_FileVersion::operator==(PL_FileVersion const &other) const
         && changed == other.changed;
 }
 
-#ifdef Q_OS_UNIX
 PL_FileVersion PL_FileVersion::of(QString const &path)
 {
     struct stat info = {};
     bool const isThere = !path.contains(QChar::Null) && stat(QFile::encodeName(path).constData(), &info) == 0;
-    return isThere ? versionOf(info) : PL_FileVersion();
+    return isThere ? of(info) : PL_FileVersion();
+}
+
+PL_FileVersion PL_FileVersion::of(struct stat const &info)
+{
+    auto const nanoseconds = [](timespec const &time) { return qint64(time.tv_sec) * 1000000000 + time.tv_nsec; };
+    if (info.st_nlink == 0)
+        return {};
+    return { qint64(info.st_dev), qint64(info.st_ino), info.st_size, nanoseconds(info.st_mtim),
+        nanoseconds(info.st_ctim) };
 }
 
 PL_InputFile PL_InputFile::read(QString const &path, qint64 maximumSize)
@@ -94,30 +91,6 @@ PL_InputFile PL_InputFile::read(QString const &path, qint64 maximumSize)
             return failed(tooLarge());
     }
     result.bytes.resize(size);
-    result.version = versionOf(info);
+    result.version = PL_FileVersion::of(info);
     return result;
 }
-#else
-PL_FileVersion PL_FileVersion::of(QString const &path)
-{
-    QFileInfo const info(path);
-    return info.exists() ? PL_FileVersion{ 0, 0, info.size(), info.lastModified().toMSecsSinceEpoch() }
-                         : PL_FileVersion();
-}
-
-PL_InputFile PL_InputFile::read(QString const &path, qint64 maximumSize)
-{
-    PL_InputFile result;
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        result.error = file.errorString();
-    else if (file.size() > maximumSize)
-        result.error = QCoreApplication::translate("PL_InputFile", "is larger than %1 MB").arg(maximumSize >> 20);
-    else
-        result.bytes = file.readAll();
-    if (result.error.isEmpty() && file.error() != QFile::NoError)
-        result.error = file.errorString();
-    result.version = PL_FileVersion::of(path);
-    return result;
-}
-#endif

@@ -6,10 +6,14 @@
 #include <QByteArray>
 #include <QString>
 
+struct stat;
+
 /*! What tells one version of a file from another without reading it. */
 struct BRIVANT_BASE_EXPORT PL_FileVersion {
     /*! The version of the file at a path; that of no file when there is none. */
     static PL_FileVersion of(QString const &path);
+    /*! The version of a status; that of no file when it has no names. */
+    static PL_FileVersion of(struct stat const &status);
     bool operator==(PL_FileVersion const &other) const;
 
     qint64 device = 0;

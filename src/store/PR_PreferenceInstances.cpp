@@ -35,8 +35,7 @@ PR_Preference::PR_Preference(PR_Preference &other)
     , d(std::make_unique<Private>(other.d->path, other.d->isLocal))
 {
     // The user's file is as much at risk from the copy.
-    d->loadFailed = other.d->loadFailed;
-    d->backedUpSinceLoad = other.d->backedUpSinceLoad;
+    d->slot = other.d->slot;
     copy(other);
 }
 

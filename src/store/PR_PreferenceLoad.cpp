@@ -4,7 +4,6 @@
 
 #include "HostPlatform.h"
 #include "OSW_Lang.h"
-#include "PL_FileUtil.h"
 #include "oswRemapPath.h"
 #include "tufile.h"
 #include "whoami.h"
@@ -120,12 +119,12 @@ PR_Preference::Error PR_Preference::load()
     if (d->isLoading)
         return getErrorCode();
     QScopedValueRollback<bool> const loading(d->isLoading, true);
-    d->loadFailed = false;
+    d->slot.state = PL_FileSlot::Good;
     d->unresolvedFonts.clear();
     Error const result = d->loadValues(*this);
     d->userFile.reset();
-    d->loadFailed = d->loadFailed || result != NoError;
-    d->backedUpSinceLoad = false;
+    if (result != NoError)
+        d->slot.state = PL_FileSlot::Unread;
     return result;
 }
 
@@ -179,7 +178,7 @@ PR_Preference::Error PR_Preference::loadXml()
     }
 
     if (userFile->path == mapped)
-        d->goodFile = userFile->version;
+        d->slot.known = userFile->version;
     PR_Loader loader(d->items);
     loader.loadUserFile(*userFile, [this](QString const &key, QString const &text) { setStringValue(key, text); });
     d->unresolvedFonts = loader.unresolvedFonts;
@@ -190,8 +189,7 @@ PR_Preference::Error PR_Preference::loadXml()
 void PR_Preference::Private::useBackup(PR_XmlFile &userFile)
 {
     QString const file = userFile.path;
-    PL_FileSpec const spec{ UT_String(file) };
-    QString const backup = PL_FileUtil::BackupFileSpec(spec).GetFilePath().ToQString();
+    QString const backup = PL_FileSlot::backupOf(PL_FileSlot::targetOf(file));
     if (HostPlatform::current().readOnly) {
         PR_XmlFile kept = PR_XmlFile::read(backup);
         if (kept.state == PR_XmlFile::Read) {
@@ -200,14 +198,14 @@ void PR_Preference::Private::useBackup(PR_XmlFile &userFile)
         }
         return;
     }
-    if (PL_FileUtil::RestoreBackupFile(spec, true)) {
+    if (PL_FileSlot::restoreBackup(file, true)) {
         userFile = PR_XmlFile::read(file);
         if (userFile.state != PR_XmlFile::CannotOpen)
             Messages::report(Messages::BackupRestored, MSG_Scope::Notice, pathXml);
     }
     // One that could not be put back, in a folder that cannot be written, has what the user set.
-    if (userFile.state != PR_XmlFile::Read)
-        loadFailed = PR_XmlFile::read(backup).state == PR_XmlFile::Read;
+    if (userFile.state != PR_XmlFile::Read && PR_XmlFile::read(backup).state == PR_XmlFile::Read)
+        slot.state = PL_FileSlot::Unread;
 }
 
 // ---- How it ended

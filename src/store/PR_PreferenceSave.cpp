@@ -4,53 +4,14 @@
 #include "PR_ElementDom_p.h"
 #include "PR_PrefConstants.h"
 
-#include "PL_FileUtil.h"
 #include "oswRemapPath.h"
 #include "tufile.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QSet>
 
-#include <cerrno>
 #include <cstdio>
 
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
-
 namespace Messages = PR_PreferenceMessages;
-
-namespace {
-// Writes the bytes and flushes them to the disk; the reason of a failure, empty when all went well.
-QString writeToDisk(QFile &file, QByteArray const &bytes)
-{
-    // QFile does not report short writes.
-    if (file.write(bytes) != bytes.size() || !file.flush() || file.size() != bytes.size())
-        return file.error() == QFile::NoError ? qt_error_string(ENOSPC) : file.errorString();
-#ifdef Q_OS_UNIX
-    if (fsync(file.handle()) != 0)
-        return qt_error_string(errno);
-#endif
-    return {};
-}
-
-// Opens a new file that nobody else can read, or with the attributes of the file that it will replace. Some file
-// systems have none.
-bool openNewFile(QFile &file, QString const &replaced)
-{
-    auto const open = [&file] {
-        return file.open(
-            QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered, QFile::ReadOwner | QFile::WriteOwner);
-    };
-    // What a dead process left is in the way, and may be a link to anything. The names are the same for a symlink
-    // loop.
-    if (!open() && (file.fileName() == replaced || !QFile::remove(file.fileName()) || !open()))
-        return false;
-    PL_FileUtil::CopyAttributes(PL_FileSpec(UT_String(replaced)), PL_FileSpec(UT_String(file.fileName())));
-    return true;
-}
-} // namespace
 
 QByteArray PR_Preference::Private::userFileBytes(QString &remark) const
 {
@@ -100,8 +61,10 @@ QByteArray PR_Preference::Private::userFileBytes(QString &remark) const
         PR_ElementDom::add(tree, nullptr, root);
     } else {
         PR_Element *const root = tree.addElement(nullptr, kPref);
-        for (PR_PrefItem *item : items.ordered())
-            add(item, tree, root);
+        for (PR_PrefItem *item : items.ordered()) {
+            if (item->getOrigin() == PR_PrefItem::OriginUser)
+                add(item, tree, root);
+        }
     }
     PR_UserFileWriter writer;
     QByteArray const bytes = writer.bytesOf(*tree.root());
@@ -110,24 +73,6 @@ QByteArray PR_Preference::Private::userFileBytes(QString &remark) const
     else if (writer.isCutShort())
         remark = tr("Left out, as no load would take it: an element with too many attributes or too deeply nested.");
     return bytes;
-}
-
-// Keeps the file that is to be replaced: as the backup, or for repair when it cannot be read. A good backup is never
-// replaced by a damaged file. False when the disk fails at it.
-bool PR_Preference::Private::keepPresentFile(QString const &path)
-{
-    PL_FileSpec const spec{ UT_String(path) };
-    bool const unchanged = PL_FileVersion::of(path) == goodFile;
-    if (!unchanged && PR_XmlFile::read(path).state == PR_XmlFile::NotXml) {
-        PL_FileUtil::KeepDamagedFile(spec);
-        backedUpSinceLoad = true;
-        return true;
-    }
-    bool isSynced = true;
-    if (!loadFailed || !backedUpSinceLoad)
-        PL_FileUtil::BackupFile(spec, &isSynced);
-    backedUpSinceLoad = true;
-    return isSynced;
 }
 
 void PR_Preference::save()
@@ -153,28 +98,14 @@ void PR_Preference::save()
 
     QString remark;
     QByteArray const bytes = d->userFileBytes(remark);
-    QString const mapped = oswRemapPath::RemapPath2(path);
-    PL_FileSpec const spec{ UT_String(mapped) };
-    QFile file(PL_FileUtil::NewFileSpec(spec).GetFilePath().ToQString());
-    if (QFileInfo(mapped).isDir())
-        return reportFailure(Messages::CannotOpenForWriting, qt_error_string(EISDIR));
-    if (!openNewFile(file, mapped))
-        return reportFailure(Messages::CannotOpenForWriting, file.errorString());
-    QString reason = writeToDisk(file, bytes);
-    if (reason.isEmpty() && !d->keepPresentFile(mapped))
-        reason = tr("The backup cannot be written.");
-    if (!reason.isEmpty()) {
-        // Closed first, which may fail: what was not written is tried again.
-        file.close();
-        QFile::remove(file.fileName());
-        return reportFailure(Messages::WriteError, reason);
-    }
-    file.close();
-
-    if (!PL_FileUtil::RenameNewFile(spec))
-        return reportFailure(Messages::WriteError, tr("The new file cannot be put in the place of the old one."));
-    d->goodFile = PL_FileVersion::of(mapped);
-    d->saveStatus = { SaveStatus::Saved, remark };
+    auto const isDamaged = [](QString const &file) { return PR_XmlFile::read(file).state == PR_XmlFile::NotXml; };
+    PL_FileSlot::Result const result = d->slot.replace(oswRemapPath::RemapPath2(path), bytes, isDamaged);
+    if (result.step == PL_FileSlot::Result::Done)
+        d->saveStatus = { SaveStatus::Saved, remark };
+    else if (result.step == PL_FileSlot::Result::CannotOpen)
+        reportFailure(Messages::CannotOpenForWriting, result.reason);
+    else
+        reportFailure(Messages::WriteError, result.reason);
 }
 
 PR_Preference::SaveStatus PR_Preference::saveStatus() const

@@ -6,6 +6,7 @@
 #include "PR_XmlReader_p.h"
 
 #include "MSG_Scope.h"
+#include "PL_FileSlot_p.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -40,7 +41,6 @@ public:
     void useBackup(PR_XmlFile &userFile);
     /*! \a remark tells what had to be left out; empty when nothing had. */
     QByteArray userFileBytes(QString &remark) const;
-    bool keepPresentFile(QString const &path);
     /*!\}*/
 
     bool refreshesCache = false;
@@ -62,12 +62,7 @@ public:
     PR_EnumItem fallbackEnum{ PR_PrefItem::Internal, QStringLiteral("Dummy"), "enum" };
 
     SaveStatus saveStatus;
-    // The user's file when it was last known to be good; one that is unchanged need not be read before it is replaced.
-    PL_FileVersion goodFile;
-    // After a load that failed before the user's values were read, or that could not put a good backup back, only the
-    // first save makes a backup, so that the backup stays the user's file.
-    bool loadFailed = false;
-    bool backedUpSinceLoad = false;
+    PL_FileSlot slot; // of the user's file
 
     bool isLoading = false;
     // The user's file as the preference set was looked for in it, so that one load parses it once.

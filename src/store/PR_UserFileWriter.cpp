@@ -48,8 +48,12 @@ bool isXmlName(QStringView text)
 // As QDomDocument::toString() escapes a text and, with its white space, an attribute.
 void appendEscaped(QString &out, QStringView raw, bool isAttribute)
 {
-    QString const mended = validLength(raw) == raw.size() ? QString() : PR_UserFileWriter::xmlText(raw.toString());
-    QStringView const text = mended.isNull() ? raw : QStringView(mended);
+    QString mended;
+    QStringView text = raw;
+    if (validLength(raw) != raw.size()) {
+        mended = PR_UserFileWriter::xmlText(raw.toString());
+        text = mended;
+    }
     qsizetype written = 0;
     auto const replace = [&](qsizetype at, QLatin1String entity) {
         out.append(text.mid(written, at - written));

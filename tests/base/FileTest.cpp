@@ -5,7 +5,10 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -61,7 +64,7 @@ TEST_F(FileTest, AFileIsReplacedAndRestoredWhereItsLinksLead)
             writeFile(real, old);
 
         writeFile(newFile(file), "new");
-        EXPECT_EQ(readFile(real + u".%1.new"_s.arg(getpid())), "new");
+        EXPECT_EQ(files(folder + target).filter(QRegularExpression(u"^F\\.new-[a-z0-9]{6}$"_s)).size(), 1);
         EXPECT_TRUE(PL_FileUtil::BackupFile(fileAt(file)));
         EXPECT_TRUE(PL_FileUtil::BackupFile(fileAt(file))); // backup and file are the same now
         EXPECT_EQ(readFile(real), old);
@@ -83,11 +86,9 @@ TEST_F(FileTest, AFileIsReplacedAndRestoredWhereItsLinksLead)
             writeFile(real, "edited"); // must not reach the backup
             EXPECT_TRUE(PL_FileUtil::RestoreBackupFile(fileAt(file), false));
             EXPECT_EQ(readFile(real), old);
-        } else {
-            QFile::remove(path(real));
-            writeFile(real, "");
+            writeFile(real, ""); // nothing to repair from
+            EXPECT_TRUE(PL_FileUtil::RestoreBackupFile(fileAt(file), true));
         }
-        EXPECT_TRUE(PL_FileUtil::KeepDamagedFile(fileAt(file))); // nothing to repair from
         EXPECT_EQ(readFile(real + u".bad"_s), "damaged");
         EXPECT_EQ(files(folder + target).filter(u"F"_s).join(u' '), exists ? u"F F.bad F~"_s : u"F F.bad"_s);
         for (auto const &[linkName, linkTarget] : links)
@@ -95,18 +96,19 @@ TEST_F(FileTest, AFileIsReplacedAndRestoredWhereItsLinksLead)
     }
 }
 
-TEST_F(FileTest, NewFilesOfDeadProcessesGoWithTheNextSave)
+TEST_F(FileTest, NewFilesThatNobodyHoldsGoWithTheNextSave)
 {
-    QString const dead = u".2000000000.new"_s; // above every process number of the system
-    QString const alive = u".%1.new"_s.arg(getppid());
-    for (QString const &tail :
-        QStringList{ dead, u"~"_s + dead, u".bad"_s + dead, alive, dead + u"~"_s, u".x.new"_s, u"x"_s + dead })
-        writeFile(u"[F"_s + tail, "left");
-    writeFile(newFile(u"[F"_s), "new");
-    EXPECT_TRUE(PL_FileUtil::RenameNewFile(fileAt(u"[F"_s)));
-    QStringList left = files({}).replaceInStrings(alive, u".alive"_s);
-    left.sort();
-    EXPECT_EQ(left.join(u' '), u"[F [F.2000000000.new~ [F.alive [F.x.new [Fx.2000000000.new"_s);
+    QStringList const others{ u"F~"_s, u"F.new-abcdefg"_s, u"F.new-abc.ef"_s, u"F.20240101.new"_s, u"xF.new-abcdef"_s };
+    for (QString const &name : others + QStringList{ u"F.new-abcdef"_s, u"F.new-012345"_s })
+        writeFile(name, "left");
+    int const writer = open(QFile::encodeName(path(u"F.new-012345"_s)).constData(), O_RDONLY);
+    ASSERT_EQ(flock(writer, LOCK_EX), 0);
+    writeFile(newFile(u"F"_s), "new");
+    EXPECT_TRUE(PL_FileUtil::RenameNewFile(fileAt(u"F"_s)));
+    close(writer);
+    QStringList expected = others + QStringList{ u"F"_s, u"F.new-012345"_s };
+    expected.sort();
+    EXPECT_EQ(files({}).filter(u"F"_s), expected);
 }
 
 TEST_F(FileTest, RemovingALinkKeepsWhatItNames)

@@ -34,7 +34,7 @@ protected:
     /*! The new files beside a store, which no finished process leaves. */
     static QStringList newFiles(QString const &folder)
     {
-        return QDir(folder).entryList({ QStringLiteral("*.new") }, QDir::AllEntries | QDir::Hidden | QDir::System);
+        return QDir(folder).entryList({ QStringLiteral("*.new-*") }, QDir::AllEntries | QDir::Hidden | QDir::System);
     }
 
     QString const program = QStringLiteral(FAULT_HOST);
