@@ -137,13 +137,33 @@ void settingsLoad(benchmark::State &state)
 }
 
 // 200 values: two in seven of 700.
-void save(benchmark::State &state)
+void saveStore(benchmark::State &state, bool isShared)
 {
     auto const store = KeySet::ofSize(700).load();
+    store->setShared(isShared);
     for (auto _ : state)
         store->save();
     if (store->saveStatus().state != PR_Preference::SaveStatus::Saved)
         state.SkipWithError("not saved");
+}
+
+void save(benchmark::State &state)
+{
+    saveStore(state, false);
+}
+
+void saveShared(benchmark::State &state)
+{
+    saveStore(state, true);
+}
+
+// A look at a file that nobody has changed.
+void reloadShared(benchmark::State &state)
+{
+    auto const store = KeySet::ofSize(700).load();
+    store->setShared(true);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(store->reloadShared());
 }
 
 // The least that a safe save costs the system; with a backup, the old file gets a second name first.
@@ -196,6 +216,8 @@ BENCHMARK(loadUndefinedXml)->Arg(700)->Arg(70000);
 BENCHMARK(loadUndefinedText)->Arg(700)->Arg(70000);
 BENCHMARK(settingsLoad)->Arg(700)->Arg(7000)->Arg(70000);
 BENCHMARK(save);
+BENCHMARK(saveShared);
+BENCHMARK(reloadShared);
 BENCHMARK(writeBytes<false>);
 BENCHMARK(writeBytes<true>);
 BENCHMARK(memoryOfItems)->Arg(70000)->Iterations(1);
@@ -218,6 +240,7 @@ int const registered[] = {
     compareWithLimit(
         "load, a line of text of 70000 : of 700", "loadUndefinedText/70000", "loadUndefinedText/700", 1.6, 100),
     compareWithLimit("save of 200 values : write, sync, rename", "save", "writeBytes<false>", 1.4),
+    compareWithLimit("save of a shared store : of one that is not", "saveShared", "save", 1.3),
     compareWithLimit("save of 200 values : the same with a backup", "save", "writeBytes<true>", 0),
 };
 } // namespace

@@ -198,6 +198,10 @@ Sa copie de sauvegarde a été lue à la place.</translation>
         <source>The store is being loaded.</source>
         <translation>Les préférences sont en cours de chargement.</translation>
     </message>
+    <message>
+        <source>Saved without a lock on the file.</source>
+        <translation>Enregistré sans verrou sur le fichier.</translation>
+    </message>
 </context>
 <context>
     <name>PR_XmlReader</name>

@@ -198,6 +198,10 @@ Its backup has been read instead.</source>
         <source>The store is being loaded.</source>
         <translation>環境設定を読み込んでいます。</translation>
     </message>
+    <message>
+        <source>Saved without a lock on the file.</source>
+        <translation>ファイルをロックせずに保存しました。</translation>
+    </message>
 </context>
 <context>
     <name>PR_XmlReader</name>

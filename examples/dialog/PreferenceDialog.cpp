@@ -6,6 +6,7 @@
 
 #include <QBoxLayout>
 #include <QDialogButtonBox>
+#include <QEvent>
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
@@ -101,6 +102,16 @@ void PreferenceDialog::done(int result)
         field->clearFocus();
     if (save())
         QDialog::done(result);
+}
+
+bool PreferenceDialog::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate) {
+        bool const unsaved = m_unsaved;
+        (void)m_store.reloadShared(); // does nothing in a store that is not shared
+        m_unsaved = unsaved;
+    }
+    return QDialog::event(event);
 }
 
 QWidget *PreferenceDialog::createCategories()

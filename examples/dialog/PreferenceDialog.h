@@ -35,6 +35,10 @@ public:
     /*! Saves what has changed and closes; stays open when that fails. All ways of closing come here. */
     void done(int result) override;
 
+protected:
+    /*! Takes over what other programs saved, when the window becomes active. */
+    bool event(QEvent *event) override;
+
 private:
     QWidget *createCategories();
     QWidget *createError();

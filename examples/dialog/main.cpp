@@ -78,6 +78,7 @@ int main(int argc, char **argv)
         return EXIT_FAILURE;
     }
     tuPref = store.get();
+    store->setShared(true); // an artist works with several windows of the program open
 
     if (isPicture)
         changeSomeValues(*store);

@@ -10,6 +10,7 @@
 #include <QMutex>
 #include <QRandomGenerator>
 #include <QSet>
+#include <QStringList>
 #include <QThread>
 
 #include <algorithm>
@@ -245,11 +246,10 @@ bool isFirstTime(QString const &path)
 }
 } // namespace
 
-QString PL_FileSlot::targetOf(QString const &start)
+QString PL_FileSlot::targetOf(QString path)
 {
-    if (start.contains(QChar::Null)) // would name another file
+    if (path.contains(QChar::Null)) // would name another file
         return {};
-    QString path = start;
     for (int links = 0; links < 40; ++links) {
         if (!S_ISLNK(statusOf(path).st_mode))
             return path;
@@ -339,12 +339,12 @@ bool PL_FileSlot::backUp(QString const &path)
     return backUpTarget(target, statusOf(target), nullptr);
 }
 
-bool PL_FileSlot::restoreBackup(QString const &path, bool keepsDamaged)
+bool PL_FileSlot::restoreBackup(QString const &path, bool isKept)
 {
     QString const target = targetOf(path);
     if (target.isEmpty())
         return false;
-    if (keepsDamaged)
+    if (isKept)
         keepDamaged(target);
     QString const backup = backupOf(target);
     bool const isRestored = QFileInfo(backup).isFile() && replaceByCopyOrLink(backup, target, target);
@@ -376,13 +376,24 @@ bool PL_FileSlot::renameNewFile(QString const &newFile, QString const &target)
     return syncFolderOf(target);
 }
 
+namespace {
+// What this thread holds: its own turn is no other's.
+thread_local QStringList heldTargets;
+} // namespace
+
 PL_FileLock::PL_FileLock(QString const &path, int milliseconds)
 {
     QDeadlineTimer const deadline(milliseconds);
     for (;;) {
         m_target = PL_FileSlot::targetOf(path);
+        m_isNested = heldTargets.contains(m_target);
+        if (m_isNested)
+            return;
         m_lockFile = native(m_target + QLatin1String(".lock"));
-        if (m_target.isEmpty() || !tryOnce() || isHeld() || deadline.hasExpired())
+        m_isBusy = !m_target.isEmpty() && tryOnce() && !isHeld();
+        if (isHeld())
+            heldTargets.append(m_target);
+        if (!m_isBusy || deadline.hasExpired())
             return;
         QThread::msleep(3);
     }
@@ -408,8 +419,9 @@ bool PL_FileLock::tryOnce()
 
 PL_FileLock::~PL_FileLock()
 {
-    if (!isHeld())
+    if (m_file < 0)
         return;
+    heldTargets.removeOne(m_target);
     (void)operations().remove(m_lockFile);
     operations().close(m_file);
 }

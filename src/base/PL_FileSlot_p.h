@@ -26,7 +26,7 @@ public:
     using IsDamaged = std::function<bool(QString const &path)>;
 
     /*! Where the links of a path lead to, also when nothing is there; empty for a symlink loop. */
-    static QString targetOf(QString const &path);
+    static QString targetOf(QString path);
     static QString backupOf(QString const &target) { return target + QLatin1Char('~'); }
 
     /*! Puts bytes in the place of the file, on the disk when it returns: at any moment there is the old file or the new
@@ -39,7 +39,8 @@ public:
         True when done. */
     /*!\{*/
     static bool backUp(QString const &path);
-    static bool restoreBackup(QString const &path, bool keepDamaged);
+    /*! With \a isKept the file that is replaced is kept as F.bad. */
+    static bool restoreBackup(QString const &path, bool isKept);
     static bool keepDamaged(QString const &path);
     static QString newFileOf(QString const &target); /*!< A name that nothing has. */
     static bool renameNewFile(QString const &newFile, QString const &target);
@@ -49,8 +50,8 @@ public:
     PL_FileVersion known; /*!< The file when it was last known to be good. */
 };
 
-/*! The turn to read, merge and replace a file, among the stores and programs that ask for it. The death of a process
-    gives it back. */
+/*! The turn to read, merge and replace a file, among the threads, stores and programs that ask for it. The death of a
+    process gives it back. */
 class BRIVANT_BASE_EXPORT PL_FileLock {
 public:
     /*! Waits at most \a milliseconds for the turn. */
@@ -58,7 +59,9 @@ public:
     ~PL_FileLock();
 
     /*! False when others had the turn for too long, and where nothing can be locked. */
-    bool isHeld() const { return m_file >= 0; }
+    bool isHeld() const { return m_file >= 0 || m_isNested; }
+    /*! Whether others had it all the time. */
+    bool isBusy() const { return m_isBusy; }
     /*! Where the links of the path lead to. */
     QString const &target() const { return m_target; }
 
@@ -70,6 +73,8 @@ private:
     QString m_target;
     QByteArray m_lockFile;
     int m_file = -1;
+    bool m_isNested = false; // in a turn of the same thread
+    bool m_isBusy = false;
 };
 
 #endif

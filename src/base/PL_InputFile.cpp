@@ -43,13 +43,13 @@ PL_FileVersion PL_FileVersion::of(QString const &path)
     return isThere ? of(info) : PL_FileVersion();
 }
 
-PL_FileVersion PL_FileVersion::of(struct stat const &info)
+PL_FileVersion PL_FileVersion::of(struct stat const &status)
 {
     auto const nanoseconds = [](timespec const &time) { return qint64(time.tv_sec) * 1000000000 + time.tv_nsec; };
-    if (info.st_nlink == 0)
+    if (status.st_nlink == 0)
         return {};
-    return { qint64(info.st_dev), qint64(info.st_ino), info.st_size, nanoseconds(info.st_mtim),
-        nanoseconds(info.st_ctim) };
+    return { qint64(status.st_dev), qint64(status.st_ino), status.st_size, nanoseconds(status.st_mtim),
+        nanoseconds(status.st_ctim) };
 }
 
 PL_InputFile PL_InputFile::read(QString const &path, qint64 maximumSize)

@@ -9,6 +9,9 @@ template <class Item> constexpr PR_ItemTypes::Row PR_ItemTypes::makeRow(PR_ItemR
         [](PR_PrefItem *item, PR_Element const &element) { return static_cast<Item *>(item)->loadElement(element); },
         [](PR_PrefItem const *item, PR_XmlTree &tree, PR_Element *parent) {
             static_cast<Item const *>(item)->write(tree, parent);
+        },
+        [](PR_PrefItem const *a, PR_PrefItem const *b) {
+            return static_cast<Item const *>(a)->value() == static_cast<Item const *>(b)->value();
         } };
     if constexpr (!std::is_same_v<Item, PR_EnumItem>) {
         made.create = [](PR_PrefItem::Category category, QString const &key,

@@ -101,6 +101,7 @@ struct PR_ItemTypes {
         /*! As loadXml() and saveXml() of the item. */
         bool (*load)(PR_PrefItem *item, PR_Element const &element);
         void (*write)(PR_PrefItem const *item, PR_XmlTree &tree, PR_Element *parent);
+        bool (*haveSameValue)(PR_PrefItem const *a, PR_PrefItem const *b);
     };
     static Row const &row(int number);
     /*! The number of the row of a tag; Count when no class has it. */

@@ -125,6 +125,8 @@ protected:
     void setOrigin(Origin origin) { m_origin = origin; }
 
 private:
+    friend class PR_Preference; // an item whose value goes from the user's file stays
+
     QString m_tag;
     QString m_shortDescription;
     QString m_longDescription;

@@ -100,3 +100,15 @@ void PR_XmlTree::addText(PR_Element *parent, PR_Node::Kind kind, QStringView nam
     node->text = m_arena->keep(text);
     append(parent, node);
 }
+
+PR_Element *PR_XmlTree::addCopy(PR_Element *parent, PR_Element const &element)
+{
+    PR_Element *const copy = addElement(parent, element.name, element.attributes, element.attributeCount);
+    for (PR_Node const *node = element.firstNode; node; node = node->next) {
+        if (node->kind == PR_Node::Element)
+            addCopy(copy, static_cast<PR_Element const &>(*node));
+        else
+            addText(copy, node->kind, node->name, static_cast<PR_TextNode const &>(*node).text);
+    }
+    return copy;
+}

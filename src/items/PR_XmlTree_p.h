@@ -21,6 +21,8 @@ public:
         PR_Element *parent, QStringView name, PR_Attribute const *attributes = nullptr, int count = 0);
     /*! Adds the element of an item: its value in the attribute "value" or, with \a asCdata, in the "cdata" form. */
     PR_Element *addItem(PR_Element *parent, QStringView tag, QStringView id, QStringView value, bool asCdata = false);
+    /*! Adds a copy of an element with all that it contains. */
+    PR_Element *addCopy(PR_Element *parent, PR_Element const &element);
     /*! Adds a node of another kind. */
     void addText(PR_Element *parent, PR_Node::Kind kind, QStringView name, QStringView text);
 

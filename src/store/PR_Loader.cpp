@@ -295,6 +295,17 @@ bool PR_Loader::offer(PR_ItemSet::Entry const &entry, PR_Element const &element)
     return isTaken;
 }
 
+PR_Loader::TextWriter PR_Loader::quietWriter(PR_ItemSet &items)
+{
+    return [&items](QString const &key, QString const &text) {
+        PR_ItemSet::Entry const entry = items.find(key);
+        if (!entry)
+            items.insert(std::make_unique<PR_StringItem>(PR_PrefItem::Internal, key, text));
+        else if (auto *const item = entry.as<PR_StringItem>())
+            item->setValue(text);
+    };
+}
+
 void PR_Loader::loadUserFile(PR_XmlFile const &file, TextWriter const &writeText)
 {
     for (PR_Element const *element = file.tree.root()->firstElement(); element; element = element->nextElement())

@@ -84,8 +84,12 @@ public:
 
     /*! How a value is kept that no item took: as a text. */
     using TextWriter = std::function<void(QString const &key, QString const &text)>;
+    /*! One that announces nothing. */
+    static TextWriter quietWriter(PR_ItemSet &items);
     /*! Gives the items the values of a user's file. */
     void loadUserFile(PR_XmlFile const &file, TextWriter const &writeText);
+    /*! Gives them the value of one element. */
+    void loadElement(PR_Element const &element, TextWriter const &writeText);
     /*! Gives them those of a text file of old versions; false when it cannot be read. */
     bool loadText(QString const &path, TextWriter const &writeText);
 
@@ -99,7 +103,6 @@ private:
     std::unique_ptr<PR_PrefItem> createItem(PR_Element const &element, PR_PrefItem::Category category);
     void tell(PR_LoadObserver::Definition const &definition, PR_LoadObserver::Outcome outcome);
     bool offer(PR_ItemSet::Entry const &entry, PR_Element const &element);
-    void loadElement(PR_Element const &element, TextWriter const &writeText);
     void noteFont(PR_ItemSet::Entry const &entry, QStringView name);
 
     PR_ItemSet &m_items;

@@ -74,6 +74,20 @@ public:
     [[nodiscard]] QString getPathXml() const;
     /*!\}*/
 
+    /*! \name Several stores of one file
+        A shared store writes what it changed over what the file holds by then, instead of replacing the file with its
+        values: what other stores and programs saved meanwhile stays, and is taken over. */
+    /*!\{*/
+    /*! Shares the file from now on, or no longer. To be called between a load and the first write. */
+    void setShared(bool shared);
+    [[nodiscard]] bool isShared() const; /*!< Whether setShared() said so; never so for a copied store. */
+    /*! Takes over what others saved since the last load, save or call; what this store changed and has not saved stays.
+        One look at the file when nothing did, so that a host calls it whenever its window becomes active. True when a
+        value changed, which is then announced once. Items stay as they are: definitions, locks and the preference set
+        change with load() alone. */
+    bool reloadShared();
+    /*!\}*/
+
     /*! \name Lookup
         The items belong to the store; pointers and references stay valid until the item is deleted or replaced: by a
         removal, a write of another type, or a load. */

@@ -121,10 +121,16 @@ PR_Preference::Error PR_Preference::load()
     QScopedValueRollback<bool> const loading(d->isLoading, true);
     d->slot.state = PL_FileSlot::Good;
     d->unresolvedFonts.clear();
+    d->baseText.clear();
+    d->isBaseBackup = false;
+    d->isBaseOwn = false;
     Error const result = d->loadValues(*this);
     d->userFile.reset();
+    d->isBaseKnown = result == NoError;
     if (result != NoError)
         d->slot.state = PL_FileSlot::Unread;
+    if (d->isShared)
+        d->ownBase = d->ownElements();
     return result;
 }
 
@@ -177,7 +183,9 @@ PR_Preference::Error PR_Preference::loadXml()
         return FileCorrupted;
     }
 
-    if (userFile->path == mapped)
+    d->isBaseBackup = userFile->path != mapped;
+    d->baseText = userFile->text;
+    if (!d->isBaseBackup)
         d->slot.known = userFile->version;
     PR_Loader loader(d->items);
     loader.loadUserFile(*userFile, [this](QString const &key, QString const &text) { setStringValue(key, text); });
@@ -196,6 +204,12 @@ void PR_Preference::Private::useBackup(PR_XmlFile &userFile)
             userFile = std::move(kept);
             Messages::report(Messages::BackupRead, MSG_Scope::Notice, pathXml);
         }
+        return;
+    }
+    PL_FileLock const lock(file, 2000); // another start may have mended it by then, and saved
+    PR_XmlFile again = PR_XmlFile::read(file);
+    if (again.state == PR_XmlFile::Read) {
+        userFile = std::move(again);
         return;
     }
     if (PL_FileSlot::restoreBackup(file, true)) {

@@ -10,10 +10,17 @@
 #include <QSet>
 
 #include <cstdio>
+#include <utility>
 
 namespace Messages = PR_PreferenceMessages;
 
-QByteArray PR_Preference::Private::userFileBytes(QString &remark) const
+PR_XmlTree PR_Preference::Private::ownElements() const
+{
+    QString remark;
+    return ownElements(remark);
+}
+
+PR_XmlTree PR_Preference::Private::ownElements(QString &remark) const
 {
     QStringList unsavedKeys;
     QSet<QString> mendedKeys;
@@ -66,13 +73,34 @@ QByteArray PR_Preference::Private::userFileBytes(QString &remark) const
                 add(item, tree, root);
         }
     }
-    PR_UserFileWriter writer;
-    QByteArray const bytes = writer.bytesOf(*tree.root());
     if (!unsavedKeys.isEmpty())
         remark = tr("Left out, as XML cannot hold their keys: %1").arg(unsavedKeys.join(u' '));
-    else if (writer.isCutShort())
+    return tree;
+}
+
+bool PR_Preference::Private::isDamaged(QString const &path)
+{
+    return PR_XmlFile::read(path).state == PR_XmlFile::NotXml;
+}
+
+QByteArray PR_Preference::Private::bytesOf(PR_Element const &root, QString &remark)
+{
+    PR_UserFileWriter writer;
+    QByteArray const bytes = writer.bytesOf(root);
+    if (remark.isEmpty() && writer.isCutShort())
         remark = tr("Left out, as no load would take it: an element with too many attributes or too deeply nested.");
     return bytes;
+}
+
+PL_FileSlot::Result PR_Preference::Private::write(PR_XmlTree own, QString &remark)
+{
+    if (isShared)
+        return writeShared(std::move(own), remark);
+    QByteArray const bytes = bytesOf(*own.root(), remark);
+    PL_FileSlot::Result const result = slot.replace(oswRemapPath::RemapPath2(pathXml), bytes, isDamaged);
+    if (result.step == PL_FileSlot::Result::Done)
+        baseText = bytes;
+    return result;
 }
 
 void PR_Preference::save()
@@ -97,15 +125,16 @@ void PR_Preference::save()
     }
 
     QString remark;
-    QByteArray const bytes = d->userFileBytes(remark);
-    auto const isDamaged = [](QString const &file) { return PR_XmlFile::read(file).state == PR_XmlFile::NotXml; };
-    PL_FileSlot::Result const result = d->slot.replace(oswRemapPath::RemapPath2(path), bytes, isDamaged);
+    PL_FileSlot::Result const result = d->write(d->ownElements(remark), remark);
     if (result.step == PL_FileSlot::Result::Done)
         d->saveStatus = { SaveStatus::Saved, remark };
     else if (result.step == PL_FileSlot::Result::CannotOpen)
         reportFailure(Messages::CannotOpenForWriting, result.reason);
     else
         reportFailure(Messages::WriteError, result.reason);
+    // Last: a receiver may delete the store.
+    if (std::exchange(d->hasTakenOver, false))
+        emitPreferenceChanged();
 }
 
 PR_Preference::SaveStatus PR_Preference::saveStatus() const

@@ -15,7 +15,7 @@
 #include <limits>
 #include <optional>
 
-class PR_Loader;
+class PR_UserFileMerge;
 
 /*! The state of a store, which no public header shows. */
 class BRIVANT_PREFERENCE_NO_EXPORT PR_Preference::Private {
@@ -39,8 +39,23 @@ public:
     /*!\{*/
     Error loadValues(PR_Preference &store);
     void useBackup(PR_XmlFile &userFile);
-    /*! \a remark tells what had to be left out; empty when nothing had. */
-    QByteArray userFileBytes(QString &remark) const;
+    /*! The elements that a save writes. \a remark tells what had to be left out; empty when nothing had. */
+    PR_XmlTree ownElements(QString &remark) const;
+    PR_XmlTree ownElements() const;
+    /*! Writes the elements, those of a shared store over what the file holds now. */
+    PL_FileSlot::Result write(PR_XmlTree own, QString &remark);
+    PL_FileSlot::Result writeShared(PR_XmlTree own, QString &remark);
+    static QByteArray bytesOf(PR_Element const &root, QString &remark);
+    static bool isDamaged(QString const &path);
+    /*!\}*/
+
+    /*! \name Shared stores */
+    /*!\{*/
+    /*! Gives the items the values that others changed in the file; whether a value is another one now. */
+    bool takeOver(PR_UserFileMerge const &merge);
+    /*! Takes note of the text of the file as it was read or written, and of what the store would write for it; what it
+       has changed and not written stays so. */
+    void setBase(QByteArray const &text, PR_XmlTree own, PR_UserFileMerge const *unwritten = nullptr);
     /*!\}*/
 
     bool refreshesCache = false;
@@ -63,6 +78,15 @@ public:
 
     SaveStatus saveStatus;
     PL_FileSlot slot; // of the user's file
+
+    bool isShared = false;
+    // The user's file as it was last read or written, as its text: most stores never look at it again.
+    QByteArray baseText;
+    bool isBaseBackup = false; // read in the place of a damaged file
+    bool isBaseKnown = false; // not so after a load that failed before it
+    bool isBaseOwn = false; // the file holds just what this store wrote
+    bool hasTakenOver = false; // values of others, by a save that has not announced it yet
+    PR_XmlTree ownBase; // what a shared store would have written right after that
 
     bool isLoading = false;
     // The user's file as the preference set was looked for in it, so that one load parses it once.

@@ -6,6 +6,7 @@
 
 #include "PR_PrefItem.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
@@ -285,6 +286,24 @@ TEST_F(DialogTest, ShowsChangesFromOutside)
     type(text, "newer");
     dialog->close();
     EXPECT_EQ(value("TEXT"), u"newer"_s);
+}
+
+TEST_F(DialogTest, ShowsWhatAnotherProgramSavedWhenItBecomesActive)
+{
+    open();
+    store->setShared(true);
+    store->setIntValue(u"TL_HEIGHT"_s, 9);
+    TestStore other(path(u"user.pref"_s));
+    takeReports();
+    other.setIntValue(u"INT"_s, 12);
+    other.save();
+    QEvent activation(QEvent::WindowActivate);
+    QApplication::sendEvent(dialog.get(), &activation);
+    settle();
+    EXPECT_EQ(field<QSpinBox>("INT")->value(), 12);
+    dialog->close();
+    EXPECT_EQ(TestStore(path(u"user.pref"_s)).getInt(u"INT"_s), 12);
+    EXPECT_EQ(TestStore(path(u"user.pref"_s)).getInt(u"TL_HEIGHT"_s), 9);
 }
 
 TEST_F(DialogTest, OffersAFieldForEachShippedPreference)

@@ -16,6 +16,7 @@ struct Start {
     bool isLink = false;
     bool hasHardLinks = true;
     bool isLoad = false; // the fault meets a load instead of a save
+    bool isShared = false;
 };
 
 Start const starts[] = {
@@ -27,6 +28,8 @@ Start const starts[] = {
     { "no hard links", "1", "2", false, false },
     { "damaged file, no hard links", "damaged", "2", false, false },
     { "load of a damaged file", "damaged", "2", false, true, true },
+    { "shared", "1", "2", false, true, false, true },
+    { "shared, no file", "-", "-", false, true, false, true },
 };
 } // namespace
 
@@ -57,6 +60,8 @@ protected:
         bool isSaved = false;
         bool hasHappened = false;
         auto loaded = start.isLoad ? nullptr : std::make_unique<TestStore>(store);
+        if (loaded)
+            loaded->setShared(start.isShared);
         if (isDamaged && loaded) // by another program, while this one runs
             put(file, start.file);
         {

@@ -85,13 +85,7 @@ void Explainer::load()
     if (m_userFile.state == PR_XmlFile::NotXml)
         m_userFile = readUserFile(path);
     file(UserFile, m_userFile);
-    auto const writeText = [this](QString const &key, QString const &text) {
-        PR_ItemSet::Entry const entry = m_items.find(key);
-        if (!entry)
-            m_items.insert(std::make_unique<PR_StringItem>(PR_PrefItem::Internal, key, text));
-        else if (auto *const item = entry.as<PR_StringItem>())
-            item->setValue(text);
-    };
+    auto const writeText = PR_Loader::quietWriter(m_items);
     if (m_userFile.state == PR_XmlFile::Read)
         return loader.loadUserFile(m_userFile, writeText);
     m_files[TextFile].path = m_store.getPath();

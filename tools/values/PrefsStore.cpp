@@ -6,7 +6,9 @@
 
 #include "PR_Loader_p.h"
 
-#include "PL_FileUtil.h"
+#include "MSG_Text.h"
+#include "oswRemapPath.h"
+#include "tufile.h"
 
 #include <QCommandLineParser>
 #include <QStandardPaths>
@@ -51,8 +53,7 @@ PR_XmlFile readUserFile(QString const &path)
 {
     PR_XmlFile file = PR_XmlFile::read(path);
     if (file.state == PR_XmlFile::NotXml) {
-        PL_FileSpec const spec{ UT_String(path) };
-        PR_XmlFile backup = PR_XmlFile::read(PL_FileUtil::BackupFileSpec(spec).GetFilePath().ToQString());
+        PR_XmlFile backup = PR_XmlFile::read(PL_FileSlot::backupOf(PL_FileSlot::targetOf(path)));
         if (backup.state == PR_XmlFile::Read)
             return backup;
     }
@@ -76,9 +77,22 @@ PrefsStore::PrefsStore(QString const &name, bool local, Purpose purpose)
     : PR_Preference(name, local, false)
 {
     HostPlatform::current().readOnly = purpose == ToRead;
+    if (purpose == ToWrite)
+        waitForTurn();
     init();
     if (getErrorCode() != NoError)
         throw Failure{ ExitStatus::CannotRead, u"The preferences cannot be loaded."_s };
+}
+
+// From the load to the save, so that of any number of simultaneous calls none loses what another one saves.
+void PrefsStore::waitForTurn()
+{
+    QString const path = oswRemapPath::RemapPath2(getPathXml());
+    MSG_Text ignored; // the save tells
+    (void)tufile::checkCreatePath(path, ignored, true);
+    m_turn = std::make_unique<PL_FileLock>(path, 60000);
+    if (m_turn->isBusy() && !m_turn->isHeld())
+        throw Failure{ ExitStatus::CannotWrite, u"%1 is held by other programs."_s.arg(ValueText::escaped(path)) };
 }
 
 PR_PrefItem &PrefsStore::item(QString const &key)

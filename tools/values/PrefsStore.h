@@ -6,7 +6,9 @@
 #include "PR_XmlReader_p.h"
 
 #include "HostPlatform.h"
+#include "PL_FileSlot_p.h"
 
+#include <memory>
 #include <utility>
 
 class QCommandLineParser;
@@ -66,9 +68,11 @@ public:
     }
 
 private:
+    void waitForTurn();
     void useFonts();
 
     bool m_hasFonts = false;
+    std::unique_ptr<PL_FileLock> m_turn;
 };
 
 #endif
