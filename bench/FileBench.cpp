@@ -82,6 +82,40 @@ void faultsOfFirstParse(benchmark::State &state)
     firstOfProcess<Faults>(state, "--first-parse");
 }
 
+// A run of the program beside this one, with the shipped files; what is measured is its processor time.
+void runPrefs(benchmark::State &state, QStringList const &arguments)
+{
+    QString const program = QCoreApplication::applicationDirPath() + QStringLiteral("/prefs");
+    auto const processorTime = [] {
+        rusage usage = {};
+        getrusage(RUSAGE_CHILDREN, &usage);
+        return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec)
+            + double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+    };
+    for (auto _ : state) {
+        double const before = processorTime();
+        QProcess process;
+        process.setStandardOutputFile(QProcess::nullDevice());
+        process.setStandardErrorFile(QProcess::nullDevice());
+        process.start(program, arguments);
+        if (!process.waitForFinished() || process.exitCode() != 0)
+            return state.SkipWithError("prefs failed");
+        state.SetIterationTime(processorTime() - before);
+    }
+}
+
+void prefsHelp(benchmark::State &state)
+{
+    runPrefs(state, { QStringLiteral("--help") });
+}
+
+void prefsGet(benchmark::State &state)
+{
+    runPrefs(state,
+        { QStringLiteral("--user"), QStringLiteral("/none"), QStringLiteral("get"),
+            QStringLiteral("XSHEET_LINE_HOLD") });
+}
+
 // A store without definitions: every key of the user's file, in one of its two formats, becomes an item by itself.
 void loadUndefined(
     benchmark::State &state, char const *tail, QByteArray const &head, char const *line, QByteArray const &end)
@@ -212,6 +246,8 @@ FIRST(faultsOfFirstParse);
 FIRST(faultsOfFirstLoad);
 BENCHMARK(parseDom)->Arg(700)->Arg(7000)->Arg(70000);
 BENCHMARK(warmLoad)->Arg(700)->Arg(7000)->Arg(70000);
+BENCHMARK(prefsHelp)->Iterations(20)->UseManualTime();
+BENCHMARK(prefsGet)->Iterations(20)->UseManualTime();
 BENCHMARK(loadUndefinedXml)->Arg(700)->Arg(70000);
 BENCHMARK(loadUndefinedText)->Arg(700)->Arg(70000);
 BENCHMARK(settingsLoad)->Arg(700)->Arg(7000)->Arg(70000);
@@ -239,6 +275,7 @@ int const registered[] = {
         "load, an undefined key of 70000 : of 700", "loadUndefinedXml/70000", "loadUndefinedXml/700", 1.6, 100),
     compareWithLimit(
         "load, a line of text of 70000 : of 700", "loadUndefinedText/70000", "loadUndefinedText/700", 1.6, 100),
+    compareWithLimit("prefs get : prefs --help", "prefsGet", "prefsHelp", 1.25),
     compareWithLimit("save of 200 values : write, sync, rename", "save", "writeBytes<false>", 1.4),
     compareWithLimit("save of a shared store : of one that is not", "saveShared", "save", 1.3),
     compareWithLimit("save of 200 values : the same with a backup", "save", "writeBytes<true>", 0),

@@ -105,13 +105,27 @@ public:
     bool isOpen() const { return m_file >= 0; }
     QString error() const { return qt_error_string(m_error); }
 
-    // Mode and owner of another file, as far as the system gives them.
+    // Mode, owner and group of another file. Where the system refuses them, the new file is for fewer people, never for
+    // more.
     bool takeAttributes(struct stat const &other)
     {
-        if (geteuid() == 0 && (other.st_uid != 0 || other.st_gid != getegid()))
-            (void)operations().setOwner(m_file, other.st_uid, other.st_gid); // some file systems have no owners
-        mode_t const mode = other.st_mode & 07777;
+        struct stat own = {};
+        (void)operations().status(m_file, own);
+        if (geteuid() == 0 ? own.st_uid != other.st_uid || own.st_gid != other.st_gid : own.st_gid != other.st_gid) {
+            (void)operations().setOwner(m_file, geteuid() == 0 ? other.st_uid : uid_t(-1), other.st_gid);
+            (void)operations().status(m_file, own);
+        }
+        mode_t const forGroup = own.st_gid == other.st_gid ? 0777 : 0707;
+        mode_t const mode = other.st_mode & forGroup;
         return mode == 0600 || operations().setMode(m_file, mode) == 0;
+    }
+
+    // What root makes in a user's folder is the user's.
+    void takeOwnerOfFolder(QString const &target)
+    {
+        struct stat const folder = geteuid() == 0 ? statusOf(QFileInfo(target).path()) : statusOf({});
+        if (S_ISDIR(folder.st_mode) && folder.st_uid != 0)
+            (void)operations().setOwner(m_file, folder.st_uid, folder.st_gid);
     }
 
     bool write(QByteArray const &bytes)
@@ -296,6 +310,8 @@ PL_FileSlot::Result PL_FileSlot::replace(
         return { Result::CannotOpen, file.error() };
     if (isThere(present))
         (void)file.takeAttributes(present);
+    else
+        file.takeOwnerOfFolder(target);
     if (!file.write(bytes))
         return { Result::CannotWrite, file.error() };
 
@@ -303,12 +319,12 @@ PL_FileSlot::Result PL_FileSlot::replace(
         bool const isUnchanged = PL_FileVersion::of(present) == known;
         bool isSynced = true;
         if (!isUnchanged && isDamaged(target)) {
-            keepDamaged(target);
+            if (!keepDamaged(target)) // a full disk still has room for another name
+                (void)renameFile(target, target + QLatin1String(".bad"));
         } else if (state != Rescued) {
             backUpTarget(target, present, &isSynced);
-            QString const kept = target + QLatin1String(".kept");
-            if (state == Unread && !isThere(statusOf(kept)))
-                (void)replaceByCopyOrLink(target, kept, target);
+            if (state == Unread && !isThere(statusOf(keptOf(target))))
+                (void)replaceByCopyOrLink(target, keptOf(target), target);
         }
         if (!isSynced)
             return { Result::CannotWrite, QCoreApplication::translate("PL_FileSlot", "The backup cannot be written.") };
@@ -344,8 +360,8 @@ bool PL_FileSlot::restoreBackup(QString const &path, bool isKept)
     QString const target = targetOf(path);
     if (target.isEmpty())
         return false;
-    if (isKept)
-        keepDamaged(target);
+    if (isKept && !keepDamaged(target))
+        return false;
     QString const backup = backupOf(target);
     bool const isRestored = QFileInfo(backup).isFile() && replaceByCopyOrLink(backup, target, target);
     if (isRestored)

@@ -28,6 +28,7 @@ public:
     /*! Where the links of a path lead to, also when nothing is there; empty for a symlink loop. */
     static QString targetOf(QString path);
     static QString backupOf(QString const &target) { return target + QLatin1Char('~'); }
+    static QString keptOf(QString const &target) { return target + QLatin1String(".kept"); }
 
     /*! Puts bytes in the place of the file, on the disk when it returns: at any moment there is the old file or the new
         one. When \a expected is given and the file has another version right before it would go, nothing is replaced:

@@ -2,6 +2,7 @@
 
 #include "MSG_Text.h"
 #include "NativePath_p.h"
+#include "PL_Folder_p.h"
 
 #include <QFileInfo>
 
@@ -45,8 +46,7 @@ bool tufile::rmIfExists(QString const &path)
     QString place = path;
     while (place.size() > 1 && place.endsWith(QLatin1Char('/')))
         place.chop(1);
-    fs::path const native = nativePath(place);
-    std::error_code code;
-    fs::remove_all(native, code);
-    return !code && !native.empty();
+    QFileInfo const info(place);
+    PL_Folder const folder(info.path());
+    return folder.isOpen() ? folder.remove(info.fileName()) : errno == ENOENT && !place.isEmpty();
 }

@@ -17,7 +17,9 @@ public:
     PR_AbstractPrefItemFactory &operator=(PR_AbstractPrefItemFactory const &) = delete;
     ~PR_AbstractPrefItemFactory() override;
 
-    /*! A new item that the caller owns; null when it cannot be allocated. */
+    /*! A new item that the caller owns; null when it cannot be allocated. The definition stands in a small document of
+       its own: below copies of its category and of the root, with all that it contains, but without the elements beside
+        it. */
     [[nodiscard]] virtual PR_PrefItem *create(
         PR_PrefItem::Category category, QString const &key, QDomElement const &definition) = 0;
 

@@ -2,48 +2,21 @@
 
 #include "PR_PrefItem.h"
 
-#include "NativePath_p.h"
+#include "PL_Folder_p.h"
 #include "PL_FileSpec.h"
 #include "UT_Json.h"
-#include "tufile.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
-#include <filesystem>
 #include <utility>
-
-namespace fs = std::filesystem;
 
 namespace {
 QString lastUsedMember()
 {
     return QStringLiteral("lastused");
-}
-
-// Whether a path names a folder or something below it. By the identity of the folders: texts that differ may name one.
-bool isOrLiesBelow(QString const &path, QString const &folder)
-{
-    fs::path const wanted = nativePath(folder);
-    std::error_code ignored;
-    for (fs::path at = nativePath(path); !at.empty(); at = at.parent_path()) {
-        if (fs::equivalent(at, wanted, ignored))
-            return true;
-        if (at == at.parent_path())
-            break;
-    }
-    return false;
-}
-
-// A path with the links of its folders resolved, but not a link that it names itself; empty when there is no such
-// folder.
-QString placeOf(QString const &path)
-{
-    QFileInfo const info(path);
-    QString const folder = QFileInfo(info.path()).canonicalFilePath();
-    return folder.isEmpty() ? QString() : QString(folder + QLatin1Char('/') + info.fileName());
 }
 } // namespace
 
@@ -110,17 +83,18 @@ bool PR_RecentScenes::removeFolder(QString const &key, QString const &currentSce
 {
     // Keys come from a file: neither parts such as ".." nor links may lead out of the root.
     QStringList const parts = key.split(QLatin1Char('/'));
-    QString const place = placeOf(folderOf(key));
-    if (parts.contains(QLatin1String(".")) || parts.contains(QLatin1String("..")) || m_root.isEmpty() || place.isEmpty()
-        || !isOrLiesBelow(QFileInfo(place).path(), QFileInfo(m_root).canonicalFilePath()))
+    QFileInfo const info(folderOf(key)), currentInfo(folderOf(currentScene));
+    PL_Folder const root(m_root), parent(info.path());
+    if (parts.contains(QLatin1String(".")) || parts.contains(QLatin1String("..")) || m_root.isEmpty() || !root.isOpen()
+        || !parent.isOpen() || !parent.isOrLiesBelow(root))
         return false;
-    // Only a link goes: what it leads to stays.
-    if (!QFileInfo(place).isSymLink()) {
-        QString const current = folderOf(currentScene);
-        if (isOrLiesBelow(placeOf(current), place) || isOrLiesBelow(current, place) || isOrLiesBelow(place, current))
-            return false;
-    } else if (placeOf(folderOf(currentScene)) == place) {
+    PL_Folder const currentParent(currentInfo.path());
+    if (parent.isSame(currentParent) && info.fileName() == currentInfo.fileName())
         return false;
-    }
-    return tufile::rmIfExists(place);
+    PL_Folder const folder(parent, info.fileName()); // not open where only a link goes, and what it leads to stays
+    PL_Folder const current(currentInfo.filePath());
+    if (folder.isOpen()
+        && (currentParent.isOrLiesBelow(folder) || current.isOrLiesBelow(folder) || folder.isOrLiesBelow(current)))
+        return false;
+    return parent.remove(info.fileName());
 }

@@ -6,10 +6,12 @@
 
 #include "AC_XML.h"
 #include "HostPlatform.h"
+#include "PL_FileSlot_p.h"
 #include "TULex.h"
 #include "WHO_Features.h"
 #include "oswRemapPath.h"
 #include "oswUtil.h"
+#include "tufile.h"
 
 #include <QLoggingCategory>
 
@@ -100,6 +102,15 @@ QString PR_Loader::preferenceSetOf(PR_XmlFile const &userFile)
             return element->attribute(u"value").toString();
     }
     return {};
+}
+
+QString PR_Loader::keptFileOf(QString const &userFile)
+{
+    QString const kept = PL_FileSlot::keptOf(PL_FileSlot::targetOf(userFile));
+    if (!tufile::fileExists(kept))
+        return {};
+    qCInfo(lcPreference, "%s holds values that an earlier run could not read.", qUtf8Printable(kept));
+    return kept;
 }
 
 bool PR_Loader::isLocked(PR_Element const &definition)

@@ -70,6 +70,9 @@ public:
     static QString preferenceSetOf(PR_XmlFile const &userFile);
     /*! Reads a file; why one is not XML goes to the log, as no report tells it. */
     static PR_XmlFile readFile(QString const &path, qsizetype maximumElements = PR_XmlFile::AnyNumber);
+    /*! Where the values are kept that a run could not read and had to replace; empty when there are none. Goes to the
+       log, as nothing takes them back by itself. */
+    static QString keptFileOf(QString const &userFile);
     /*! Whether a definition locks its key. */
     static bool isLocked(PR_Element const &definition);
 

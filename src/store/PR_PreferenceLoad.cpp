@@ -183,6 +183,7 @@ PR_Preference::Error PR_Preference::loadXml()
         return FileCorrupted;
     }
 
+    (void)PR_Loader::keptFileOf(mapped);
     d->isBaseBackup = userFile->path != mapped;
     d->baseText = userFile->text;
     if (!d->isBaseBackup)

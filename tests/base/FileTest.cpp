@@ -1,4 +1,5 @@
 #include "PL_FileUtil.h"
+#include "PL_Folder_p.h"
 #include "TestSupport.h"
 #include "PL_InputFile_p.h"
 #include "tufile.h"
@@ -133,6 +134,34 @@ TEST_F(FileTest, RemovingALinkKeepsWhatItNames)
     }
     EXPECT_EQ(files({}).join(u' '), u"target"_s);
     EXPECT_EQ(readFile(u"target/kept"_s), "x");
+}
+
+TEST_F(FileTest, RemovingStaysInTheFolderThatWasOpened)
+{
+    writeFile(u"root/parent/scene/file"_s, "x");
+    writeFile(u"outside/scene/kept"_s, "x");
+    // So deep that neither a path nor a descriptor for each level would do.
+    int level = open(QFile::encodeName(path(u"root/parent/scene"_s)).constData(), O_RDONLY);
+    for (int depth = 0; depth < 3000; ++depth) {
+        ASSERT_EQ(mkdirat(level, "deep", 0700), 0);
+        int const next = openat(level, "deep", O_RDONLY);
+        close(level);
+        level = next;
+    }
+    close(level);
+
+    PL_Folder const parent(path(u"root/parent"_s));
+    ASSERT_TRUE(QFile::rename(path(u"root/parent"_s), path(u"root/moved"_s)));
+    link(u"root/parent"_s, u"../outside"_s);
+    for (QString const &name : { u""_s, u"."_s, u".."_s, u"../moved"_s, u"a/b"_s })
+        EXPECT_FALSE(parent.remove(name)) << name;
+    EXPECT_TRUE(parent.remove(u"scene"_s));
+    EXPECT_TRUE(parent.remove(u"scene"_s));
+    EXPECT_EQ(files(u"root/moved"_s), QStringList());
+    EXPECT_EQ(readFile(u"outside/scene/kept"_s), "x");
+    EXPECT_TRUE(parent.isOrLiesBelow(PL_Folder(path(u"root"_s))));
+    EXPECT_FALSE(PL_Folder(path(u"root/parent"_s)).isOrLiesBelow(PL_Folder(path(u"root"_s))));
+    EXPECT_FALSE(PL_Folder(PL_Folder(path(u"root"_s)), u"parent"_s).isOpen()) << "a link";
 }
 
 TEST_F(FileTest, OnlyFilesThatEndCanBeRead)

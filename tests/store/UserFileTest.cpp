@@ -502,6 +502,81 @@ TEST_F(UserFileTest, ABackupThatCannotBePutBackStays)
     EXPECT_EQ(readFile(xmlName + u".bad"_s), "damaged");
 }
 
+TEST_F(UserFileTest, WhatARunCouldNotReadIsKept)
+{
+    writeFile(xmlName, good);
+    QFile::rename(path(u"install/resources/prefs.xml"_s), path(u"away"_s));
+    for (int run = 0; run < 2; ++run) {
+        TestStore store(name);
+        store.setIntValue(u"OWN"_s, run);
+        store.save();
+        store.save();
+        takeReports();
+    }
+    EXPECT_EQ(readFile(xmlName + u".kept"_s), good);
+    // A damaged file too, be its backup damaged as well.
+    QFile::rename(path(u"away"_s), path(u"install/resources/prefs.xml"_s));
+    writeFile(xmlName, "damaged");
+    writeFile(backupName, "worse");
+    TestStore store(name);
+    takeReports();
+    store.save();
+    EXPECT_EQ(readFile(xmlName + u".bad"_s), "damaged");
+    EXPECT_EQ(readFile(xmlName + u".kept"_s), good);
+}
+
+TEST_F(UserFileTest, FileAndBackupThatAreOneArePartedByTheNextSave)
+{
+    writeFile(xmlName, good);
+    ASSERT_EQ(::link(QFile::encodeName(path(xmlName)).constData(), QFile::encodeName(path(backupName)).constData()), 0);
+    TestStore store(name);
+    store.setIntValue(u"K"_s, 9);
+    store.save();
+    EXPECT_EQ(readFile(backupName), good);
+    EXPECT_TRUE(readFile(xmlName).contains("\"9\""));
+    EXPECT_EQ(userFiles(), (QStringList{ xmlName, backupName }));
+}
+
+// A pipe nobody writes into, a device without an end, a file of the kernel without one.
+TEST_F(UserFileTest, WhatIsNoFileIsNeitherReadNorReplaced)
+{
+    QString const pipe = path(u"pipe"_s);
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (QString const &target : { pipe, u"/dev/zero"_s }) {
+        for (QString const &file : { xmlName, backupName }) {
+            ASSERT_TRUE(QFile::link(target, path(file)));
+            writeFile(file == xmlName ? backupName : xmlName, file == xmlName ? good : "damaged");
+            TestStore store(name);
+            takeReports();
+            store.save();
+            bool const isFile = file == xmlName;
+            EXPECT_EQ(store.saveStatus().state == PR_Preference::SaveStatus::Failed, isFile);
+            EXPECT_EQ(
+                takeReports(), isFile ? Reports{ "2 Unable to open preference file: $/user-pref.xml" } : Reports{});
+            EXPECT_EQ(QFileInfo(path(xmlName)).isSymLink(), isFile);
+            for (QString const &left : userFiles())
+                QFile::remove(path(left));
+        }
+    }
+}
+
+TEST_F(UserFileTest, LongNamesHaveRoomForTheNewFile)
+{
+    for (int length : { 241, 246, 250, 254, 255 }) {
+        QString const longName = path(QString(length - 4, u'n'));
+        for (int value : { 1, 2 }) {
+            TestStore store(longName, false, false);
+            store.setIntValue(u"K"_s, value);
+            store.save();
+            EXPECT_EQ(store.saveStatus().state, PR_Preference::SaveStatus::Saved) << length;
+        }
+        EXPECT_EQ(QFile::exists(longName + u".xml~"_s), length < 255);
+        EXPECT_EQ(TestStore(longName).getInt(u"K"_s), 2);
+        takeReports();
+    }
+    EXPECT_EQ(QDir(path({})).entryList({ u"*.new-*"_s }), QStringList());
+}
+
 TEST_F(UserFileTest, UserFilesAreOpenedThroughTheRemappedPath)
 {
     define(category("<int id='SET'/>"), u"preferenceSets/norvelle/team.xml"_s);

@@ -53,6 +53,7 @@ constexpr RuleText rules[] = {
     { "repeated-default", warning, none, "The value is the default of the definition that it replaces." },
     { "without-effect", warning, none, "The preference set is chosen by the user's file alone." },
     { "missing-set", warning, error, "The preference set that is chosen is not there or cannot be read." },
+    { "kept-file", none, warning, "Values that a run could not read and had to replace are kept beside the file." },
 };
 static_assert(sizeof(rules) / sizeof(rules[0]) == std::size_t(Rule::Count), "each rule has its text");
 } // namespace

@@ -47,6 +47,7 @@ enum class Rule {
     RepeatedDefault,
     WithoutEffect,
     MissingSet,
+    KeptFile,
     Count
 };
 

@@ -76,6 +76,8 @@ void checkUserFile(Findings &findings, PR_XmlFile const &file, Installation &ins
     PR_Element const &root = *file.tree.root();
     ValueRules::checkRootName(findings, root);
     ValueRules::checkText(findings, root);
+    if (QString const kept = PR_Loader::keptFileOf(file.path); !kept.isEmpty())
+        findings.add(Rule::KeptFile, root, u"%1 holds values that a run could not read"_s.arg(kept));
     QString const set = PR_Loader::preferenceSetOf(file);
     checkSet(findings, elementOfSet(root), set);
     Definitions const &definitions = installation.ofStore(set);

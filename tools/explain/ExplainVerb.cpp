@@ -104,6 +104,7 @@ std::vector<Explanation> Explainer::explanations()
             addAbsence(explanation, layer);
         std::stable_sort(explanation.steps.begin(), explanation.steps.end(),
             [](auto const &a, auto const &b) { return a.layer < b.layer; });
+        explanation.keptFile = PR_Loader::keptFileOf(m_userFile.path);
         all.push_back(std::move(explanation));
     }
     return all;

@@ -100,6 +100,8 @@ QString Explanation::toText() const
         out << textOf(step.layer) << '\t' << textOf(step.outcome) << '\t' << ValueText::escaped(step.value) << '\t'
             << ValueText::escaped(step.placeText()) << '\t' << notes.join("; "_L1) << '\n';
     }
+    if (!keptFile.isEmpty())
+        out << "Kept: " << ValueText::escaped(keptFile) << " holds values that a run could not read\n";
     if (!item) {
         out << "No such preference under these conditions\n";
         return text;
@@ -117,6 +119,8 @@ QJsonObject Explanation::toJson() const
     for (Step const &step : steps)
         layers.append(::toJson(step));
     QJsonObject object{ { u"key"_s, key }, { u"layers"_s, layers } };
+    if (!keptFile.isEmpty())
+        object.insert(u"kept"_s, keptFile);
     if (item) {
         object.insert(u"type"_s, item->getTag());
         object.insert(u"value"_s, item->valueAsString());

@@ -54,6 +54,7 @@ struct Explanation {
 
     QString key;
     std::vector<Step> steps;
+    QString keptFile = {}; /*!< Beside the user's file; empty when there is none. */
     PR_PrefItem const *item; /*!< The store's; null when it has none. */
 
 private:
