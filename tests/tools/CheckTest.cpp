@@ -1,10 +1,24 @@
-#include "PrefsProgram.h"
+#include "TestSupport.h"
 
 #include <QDirIterator>
+#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+// What the program prefs prints on its standard output. Whole sessions, with what a person types, stand in
+// tests/data/sessions.
+QString outputOfPrefs(QStringList const &arguments)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LC_ALL"_s, u"C"_s); // messages in English
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(PREFS_PROGRAM), arguments);
+    EXPECT_TRUE(process.waitForFinished() && process.exitStatus() == QProcess::NormalExit);
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
 // What is found in the files of tests/data/check stands in a file NAME.expected beside each. With the environment
 // variable PREFS_UPDATE_EXPECTED these are written anew.
 void expectFindings(QString const &folder, QStringList const &options)
