@@ -18,10 +18,10 @@ class PR_UserFileMerge {
 public:
     /*! Roots of elements, which must live as long; null stands for a file that is not there. */
     struct Sides {
-        PR_Element const *base; /*!< The file when it was last read or written. */
-        PR_Element const *theirs; /*!< The file now. */
-        PR_Element const *ownBase; /*!< What the store would have written right after that. */
-        PR_Element const *own; /*!< What it would write now. */
+        PR_Element const *base = nullptr; /*!< The file when it was last read or written. */
+        PR_Element const *theirs = nullptr; /*!< The file now. */
+        PR_Element const *ownBase = nullptr; /*!< What the store would have written right after that. */
+        PR_Element const *own = nullptr; /*!< What it would write now. */
         bool isBaseBackup = false; /*!< The base was read from the backup, as the file was damaged. */
     };
     explicit PR_UserFileMerge(Sides const &sides);
