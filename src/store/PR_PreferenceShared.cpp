@@ -45,7 +45,7 @@ PL_FileSlot::Result PR_Preference::Private::writeShared(PR_XmlTree own, QString 
     QString const path = oswRemapPath::RemapPath2(pathXml);
     std::optional<PR_XmlFile> base; // parsed when others have written
     for (int tries = 0;; ++tries) {
-        auto lock = std::make_unique<PL_FileLock>(path, patience);
+        auto lock = std::make_unique<PL_FileLock>(path, tries == 0 ? patience : 0);
         bool const isLast = tries == 20;
         if (lock->isHeld() && lock->target() != PL_FileSlot::targetOf(path) && !isLast)
             continue; // a link leads elsewhere by now

@@ -42,14 +42,13 @@ std::vector<Verb> const &CommandTable::verbs()
             "One object, sorted by key. Switches are true or false, numbers are numbers, all else is the text that "
             "set takes: colors as #AARRGGBB, fonts by name. A value that has no such form, such as the font of a "
             "machine without fonts, is null. Keys without a definition are left out, as load refuses them for a user "
-            "who "
-            "does not have them, unless --category Internal asks for them." },
+            "who does not have them, unless --category Internal asks for them." },
         { "load", "FILE", "dry-run", Verbs::load, "Sets the values of a JSON file, all or none, and saves once.",
             "FILE is as dump writes it; \"-\" is standard input. Keys that it does not name stay as they are, and a "
             "value that is there already changes nothing, be it locked or null. Every other unknown key, locked key "
             "and value of the wrong type or range is named on the error stream, and nothing is changed then; of "
-            "several "
-            "reasons the lowest gives the exit status. A file that gives a key twice is refused whole." },
+            "several reasons the lowest gives the exit status. Of a key that the file gives twice the last value "
+            "counts." },
         { "check", "[FILE...]", "strict ignore rules summary override json", Verbs::check,
             "What is wrong in definitions, overrides, sets and users' files.",
             "A file below a folder \"preferenceSets\" is taken for a preference set, one with \"override\" in its name "
