@@ -57,6 +57,24 @@ void getIntValue(benchmark::State &state)
         [&store](QString const &key) { benchmark::DoNotOptimize(store->getIntValue(key, 3)); });
 }
 
+// One key again and again, by its text and by a typed key.
+constexpr PR_Key<int> typedKey{ u"XSHEET_LINE_HOLD", 3, 1, 100 };
+
+void readOneByText(benchmark::State &state)
+{
+    BenchStore const store;
+    QString const key = typedKey.text();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(store->getIntValue(key, 3));
+}
+
+void readOneTyped(benchmark::State &state)
+{
+    BenchStore const store;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(store->value(typedKey));
+}
+
 void getIntValueMissing(benchmark::State &state)
 {
     auto const store = keySet(state).load();
@@ -160,6 +178,9 @@ void deleteByPrefix(benchmark::State &state)
     }
 }
 
+BENCHMARK(readOneByText);
+BENCHMARK(readOneTyped);
+
 #define FOR_ALL_SIZES(name) BENCHMARK(name)->Arg(700)->Arg(7000)->Arg(70000)
 FOR_ALL_SIZES(hashFind);
 FOR_ALL_SIZES(hashFindMissing);
@@ -194,6 +215,7 @@ int const registered[] = {
     COMPARE("70000"),
     compareWithLimit(
         "restoreDefaults, an item of 70000 : of 700", "restoreDefaults/70000", "restoreDefaults/700", 4, 100),
+    compareWithLimit("read by a typed key : getIntValue", "readOneTyped", "readOneByText", 1.0),
     compareWithLimit("copy, an item of 70000 : of 700", "copyStore/70000", "copyStore/700", 4, 100),
     compareWithLimit("copying records, one of 70000 : of 700", "copyRecords/70000", "copyRecords/700", 0, 100),
     compareWithLimit(

@@ -2,18 +2,35 @@
 #define PR_PREFERENCE_H
 
 #include "MSG_Text.h"
+#include "PR_Key.h"
 #include "PR_PrefCmp.h"
 #include "brivantpreference_export.h"
 
 #include <QKeySequence>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <set>
+#include <type_traits>
+#include <utility>
 
 class PR_PrefItem;
 class QDomElement;
+
+/*! The handle of a subscription. It may be copied, and may go: the subscription stays until end(). */
+class BRIVANT_PREFERENCE_EXPORT PR_Subscription {
+public:
+    PR_Subscription() = default;
+    void end(); /*!< Ends the subscription. */
+
+private:
+    friend class PR_Preference;
+
+    std::weak_ptr<bool> m_isActive; // owned by the store's side
+};
 
 /*! A store of preference items by key.
 
@@ -173,6 +190,38 @@ Q_SIGNALS:
     /*!\}*/
 
 public:
+    /*! Calls a function with the old and the new value of a key, both of its type, after each operation of the store
+       that left it with another one: a write, once the cache is refreshed, a reset, load(), copy(), reloadShared() and
+        emitPreferenceChanged(). It ends with its receiver, its handle or the store. */
+    template <class T, class Function>
+    PR_Subscription subscribe(PR_Key<T> const &key, QObject *receiver, Function function)
+    {
+        auto const known = std::make_shared<T>(value(key));
+        return addSubscriber(key, receiver, [this, key, known, function] {
+            T const now = value(key);
+            if (now == *known)
+                return;
+            T const old = std::exchange(*known, now);
+            function(old, now);
+        });
+    }
+
+    /*! \name Typed keys
+        What a misspelt key, or a value of another type, does not get past the compiler. */
+    /*!\{*/
+    /*! The value of the key's item; the default of its definition when there is no item of the type. */
+    template <class T> [[nodiscard]] T value(PR_Key<T> const &key) const;
+    /*! Makes \a value the user's value, as the writes above. Whether the store holds it now: not when the key is locked
+       or the value is outside of the declared range or no font of the list; nothing changes then. */
+    template <class T, class Value> bool set(PR_Key<T> const &key, Value const &value)
+    {
+        static_assert(std::is_same_v<T, Value>, "the value has another type than the key");
+        return setTyped(key, value);
+    }
+    [[nodiscard]] bool isLocked(PR_KeyName const &key) const; /*!< Whether the facility locked the key. */
+    void reset(PR_KeyName const &key); /*!< As restoreDefault(). */
+    /*!\}*/
+
     /*! \name Saving */
     /*!\{*/
     /*! Writes the user's values. A failure is reported and leaves a good file. Nothing is saved while the store
@@ -222,6 +271,11 @@ protected:
     class Private;
 
 private:
+    friend class PR_PreferenceBatch;
+
+    template <class T> bool setTyped(PR_Key<T> const &key, T const &value);
+    PR_Subscription addSubscriber(PR_KeyName const &key, QObject *receiver, std::function<void()> check);
+
     static QString getPrefsXMLPath();
     static QString getLocalPrefsXMLPath();
     static QString getPrefsOverrideXMLPath();
@@ -229,6 +283,20 @@ private:
     Error loadXml();
 
     std::unique_ptr<Private> d;
+};
+
+/*! As long as it lives, the writes of a store refresh and announce nothing; once, at its end, when one did change
+    something. Batches of one store may be nested. */
+class BRIVANT_PREFERENCE_EXPORT PR_PreferenceBatch {
+public:
+    /*! For a store, which may end before. */
+    explicit PR_PreferenceBatch(PR_Preference &store);
+    ~PR_PreferenceBatch();
+
+private:
+    Q_DISABLE_COPY_MOVE(PR_PreferenceBatch)
+
+    QPointer<PR_Preference> m_store;
 };
 
 /*! The application's main store; set by the host, null until then. */

@@ -3,6 +3,12 @@
 #include <cmath>
 
 namespace {
+// What the log says of a key that is read, or written, in a way that it does not have.
+template <class Item> char const *misuseOf(PR_ItemSet::Entry const &entry)
+{
+    return !entry ? "there is no such key" : !entry.as<Item>() ? "the item is of another type" : nullptr;
+}
+
 // What an item gives to a defaulted read of the type Value; false when the value does not fit.
 template <class Value, class Item> bool valueOf(Item const *item, Value &value)
 {
@@ -30,7 +36,8 @@ auto const &PR_Preference::Private::read(QString const &key, Fallback const &fal
             value = &item->value();
         return item != nullptr;
     };
-    (void)(take(entry.as<Item>()) || ... || take(entry.as<Others>()));
+    if (!(take(entry.as<Item>()) || ... || take(entry.as<Others>())) && lcMisuse().isWarningEnabled())
+        noteMisuse(items, key, misuseOf<Item>(entry));
     return *value;
 }
 
@@ -44,7 +51,8 @@ Value PR_Preference::Private::readOr(QString const &key, Value value, Conversion
         return ok ? converted : value;
     }
     auto const take = [&value](auto const *item) { return item && valueOf(item, value); };
-    (void)(... || take(entry.as<Items>()));
+    if (!(... || take(entry.as<Items>())) && lcMisuse().isWarningEnabled())
+        noteMisuse(items, key, entry ? "the item is of another type" : "there is no such key");
     return value;
 }
 
@@ -52,6 +60,15 @@ template <class Item, class Value, class Make>
 void PR_Preference::Private::write(PR_Preference &store, QString const &key, Value const &value, Make make)
 {
     auto entry = items.find(key);
+    if (lcMisuse().isWarningEnabled()) {
+        if (char const *const what = misuseOf<Item>(entry))
+            noteMisuse(items, key, what);
+        auto const *const range = entry.as<PR_IntItem>();
+        if constexpr (std::is_same_v<Item, PR_IntItem>) {
+            if (range && (value < range->minValue() || value > range->maxValue()))
+                noteMisuse(items, key, "the value is outside of the range");
+        }
+    }
     if (!entry.as<Item>()) {
         if (entry && std::is_same_v<Item, PR_StringItem>)
             return;
@@ -64,10 +81,16 @@ void PR_Preference::Private::write(PR_Preference &store, QString const &key, Val
     }
     auto *const item = entry.as<Item>();
     if (!item || !item->setValue(value))
-        return;
+        return tell(&key); // a new item may hold another value than the fallback was
     if constexpr (std::is_same_v<Item, PR_EnumItem>)
         unresolvedFonts.remove(item->getKey());
-    store.emitPreferenceChanged();
+    announce(store, &key);
+}
+
+void PR_Preference::Private::writeShortcut(PR_Preference &store, QString const &key, int code)
+{
+    write<PR_KeyItem>(store, key, code,
+        [code](QString const &name) { return new PR_KeyItem(PR_PrefItem::Internal, name, code); });
 }
 
 PR_PrefItem *PR_Preference::find(QString key) const
@@ -148,6 +171,8 @@ unsigned int PR_Preference::getRgbaValue(QString const &key, unsigned int const 
 QString PR_Preference::getStringValue(QString const &key, QString const &value) const
 {
     auto const entry = d->items.find(key);
+    if (!entry && lcMisuse().isWarningEnabled())
+        Private::noteMisuse(d->items, key, "there is no such key");
     return entry ? entry->valueAsString() : value;
 }
 
@@ -197,11 +222,7 @@ void PR_Preference::setStringValue(QString const &key, QString const &value)
 
 void PR_Preference::emitPreferenceChanged()
 {
-    if (d->refreshesCache)
-        updateCache();
-    // Last: a receiver may delete the store.
-    if (d->emitsEvents)
-        Q_EMIT preferenceChanged();
+    d->announce(*this, nullptr);
 }
 
 void PR_Preference::disableEvents()
@@ -216,11 +237,13 @@ void PR_Preference::updateCache()
 void PR_Preference::deleteKey(QString const &key)
 {
     d->items.erase(key);
+    d->tell(nullptr);
 }
 
 void PR_Preference::deleteAllKeyBeginingWith(QString const &prefix)
 {
     d->items.erasePrefix(prefix);
+    d->tell(nullptr);
 }
 
 void PR_Preference::clear()
@@ -233,6 +256,7 @@ void PR_Preference::restoreDefault(QString const &key)
     if (auto const entry = d->items.find(key)) {
         d->unresolvedFonts.remove(key);
         entry->restoreDefault();
+        d->tell(&key);
     }
 }
 
@@ -240,4 +264,5 @@ void PR_Preference::restoreDefaults()
 {
     d->unresolvedFonts.clear();
     d->items.visit([](PR_PrefItem *item) { item->restoreDefault(); });
+    d->tell(nullptr);
 }

@@ -41,6 +41,10 @@ PR_Preference::PR_Preference(PR_Preference &other)
 
 PR_Preference::~PR_Preference()
 {
+    for (auto const &list : std::as_const(d->subscribers)) {
+        for (Private::Subscriber const &each : list)
+            *each.isActive = false;
+    }
     // While the store is whole: the destructor of a host's item may look into it.
     clear();
 }
@@ -58,6 +62,7 @@ void PR_Preference::copy(PR_Preference &other)
     d->unresolvedFonts = other.d->unresolvedFonts;
     d->items.reserve(other.d->items.count());
     other.d->items.visit([this](PR_PrefItem *item) { d->items.insert(std::unique_ptr<PR_PrefItem>(item->clone())); });
+    d->tell(nullptr);
 }
 
 PR_Preference *PR_Preference::createLocalPreferences()

@@ -131,6 +131,7 @@ PR_Preference::Error PR_Preference::load()
         d->slot.state = PL_FileSlot::Unread;
     if (d->isShared)
         d->ownBase = d->ownElements();
+    d->tell(nullptr);
     return result;
 }
 

@@ -10,12 +10,17 @@
 
 #include <QCoreApplication>
 #include <QHash>
+#include <QLoggingCategory>
 #include <QScopedValueRollback>
 
+#include <functional>
 #include <limits>
 #include <optional>
+#include <vector>
 
 class PR_UserFileMerge;
+
+Q_DECLARE_LOGGING_CATEGORY(lcMisuse)
 
 /*! The state of a store, which no public header shows. */
 class BRIVANT_PREFERENCE_NO_EXPORT PR_Preference::Private {
@@ -33,6 +38,7 @@ public:
     Value readOr(QString const &key, Value value, Conversion conversion) const;
     template <class Item, class Value, class Make>
     void write(PR_Preference &store, QString const &key, Value const &value, Make make);
+    void writeShortcut(PR_Preference &store, QString const &key, int code);
     /*!\}*/
 
     /*! \name Parts of a load and of a save */
@@ -47,6 +53,17 @@ public:
     PL_FileSlot::Result writeShared(PR_XmlTree own, QString &remark);
     static QByteArray bytesOf(PR_Element const &root, QString &remark);
     static bool isDamaged(QString const &path);
+    /*!\}*/
+
+    /*! \name Announcements */
+    /*!\{*/
+    /*! Refreshes, tells the subscribers of a key, or all of them when it is null, and emits; a batch does it at its
+     * end. */
+    void announce(PR_Preference &store, QString const *key);
+    /*! Tells subscribers alone, as nothing is to be announced. */
+    void tell(QString const *key);
+    /*! Notes in the log that a module uses a key wrongly, once for each key and kind. */
+    static void noteMisuse(PR_ItemSet const &items, QString const &key, char const *what);
     /*!\}*/
 
     /*! \name Shared stores */
@@ -77,6 +94,16 @@ public:
     PR_EnumItem fallbackEnum{ PR_PrefItem::Internal, QStringLiteral("Dummy"), "enum" };
 
     SaveStatus saveStatus;
+    struct Subscriber {
+        QPointer<QObject> receiver;
+        std::function<void()> check; // compares, and calls the receiver
+        std::shared_ptr<bool> isActive;
+    };
+    QHash<QString, std::vector<Subscriber>> subscribers; // by key
+    int batches = 0;
+    bool isAnnouncementDue = false; // at the end of the batch
+    bool isTellingDue = false;
+
     PL_FileSlot slot; // of the user's file
 
     bool isShared = false;

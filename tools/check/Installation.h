@@ -1,7 +1,7 @@
 #ifndef INSTALLATION_H
 #define INSTALLATION_H
 
-#include "NearestWord.h"
+#include "NearestWord_p.h"
 
 #include "PR_Loader_p.h"
 

@@ -1,7 +1,7 @@
 #include "ValueRules.h"
 
 #include "Application.h"
-#include "NearestWord.h"
+#include "NearestWord_p.h"
 
 #include "PR_ItemSet_p.h"
 #include "PR_PrefConstants.h"

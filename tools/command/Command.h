@@ -53,6 +53,8 @@ void dump(Call const &call);
 void load(Call const &call);
 void check(Call const &call);
 void explain(Call const &call);
+void keys(Call const &call);
+void checkSources(Call const &call);
 void cached(Call const &call);
 void scenes(Call const &call);
 } // namespace Verbs

@@ -55,6 +55,15 @@ std::vector<Verb> const &CommandTable::verbs()
             "for an override, one with categories for definitions, and any other for a user's file. Without a FILE the "
             "definition files of the installation are checked." },
         { "explain", "KEY...", "json", Verbs::explain, "Where the value comes from, layer by layer." },
+        { "keys", "FILE...", "header namespace", Verbs::keys,
+            "The name, type and place of each typed key that definition files give.",
+            "With --header a C++ header of such keys, with the types, defaults and ranges of the definitions. The "
+            "CMake "
+            "function brivant_preference_keys makes it for a target. A key with two types is an error." },
+        { "check-sources", "FILE...", "unused json", Verbs::checkSources,
+            "Which reads and writes of C++ sources do not fit the definitions.",
+            "A FILE may be a folder. Of each read, write, find and restoreDefault with a literal key: whether the key "
+            "has a definition, of the type that the function reads, and whether a literal default is its default." },
         { "cached", "", "", Verbs::cached, "Accessor, key, type and value of each cached value." },
         { "scenes", "", "", Verbs::scenes, "Recent scenes: key, last use, cache, and whether it goes next." },
     };
@@ -73,6 +82,9 @@ std::vector<Option> const &CommandTable::options()
         { "rules", "", "List the rules, with their weight in definitions and in users' files." },
         { "summary", "", "Count the findings by rule and key: count, severity, rule and key." },
         { "override", "FILE", "An override to check against in the place of the installed one." },
+        { "header", "", "Write a C++ header." },
+        { "namespace", "WORD", "The namespace of the keys; Keys by default." },
+        { "unused", "", "Also the keys of definitions that no source names." },
         { "dry-run", "", "Save nothing: show key, present and new value of what would change." },
         { "json", "", "Write JSON." },
         { "install", "DIR", "Folder that holds \"resources\"; by default that of this installation." },

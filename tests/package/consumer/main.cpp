@@ -10,6 +10,11 @@
 #include <cstdio>
 #include <cstdlib>
 
+#ifdef HAS_KEYS
+#include <OwnKeys.h>
+#include <PR_PreferenceTesting.h>
+#endif
+
 static_assert(BRIVANT_PREFERENCE_VERSION >= BRIVANT_PREFERENCE_VERSION_CHECK(1, 0, 0)
     && BRIVANT_PREFERENCE_VERSION < BRIVANT_PREFERENCE_VERSION_CHECK(BRIVANT_PREFERENCE_VERSION_MAJOR + 1, 0, 0));
 
@@ -49,5 +54,9 @@ int main(int argc, char **argv)
     }
     std::unique_ptr<PR_Preference> const again(PR_Preference::createPreference(name));
     check(again->getIntValue(key, -1) == 4, "the saved value was not read again");
+#ifdef HAS_KEYS
+    check(again->value(OwnKeys::XsheetLineHold) == 4, "the typed key reads another value");
+    check(PR_TestPreferences("")->value(OwnKeys::XsheetLineHold) == 3, "the typed key has another default");
+#endif
     std::puts(BRIVANT_PREFERENCE_VERSION_STR);
 }

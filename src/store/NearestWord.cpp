@@ -1,4 +1,4 @@
-#include "NearestWord.h"
+#include "NearestWord_p.h"
 
 #include <array>
 #include <utility>

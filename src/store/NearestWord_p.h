@@ -1,5 +1,5 @@
-#ifndef NEARESTWORD_H
-#define NEARESTWORD_H
+#ifndef NEARESTWORD_P_H
+#define NEARESTWORD_P_H
 
 #include <QStringList>
 

@@ -1,0 +1,205 @@
+#include "PR_Preference_p.h"
+
+#include "NearestWord_p.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+// Off unless somebody asks for it: a release build of a host has nothing to learn from it.
+Q_LOGGING_CATEGORY(lcMisuse, "brivant.preference.misuse", QtFatalMsg)
+
+// ---- Typed keys
+
+namespace {
+// The item class of a type of keys, and its value as one of the type.
+template <class T> struct Typed {
+    using Item = PR_ItemTypes::ItemOf<T>;
+    static T valueOf(Item const *item) { return item->value(); }
+};
+
+template <> struct Typed<PR_FontName> {
+    using Item = PR_FontItem;
+    static PR_FontName valueOf(Item *item) { return { item->fontName() }; }
+};
+
+QString ownText(PR_KeyName const &key)
+{
+    QString const text = key.text(); // of a module that may be unloaded before the store
+    return QString(text.constData(), text.size());
+}
+
+void write(PR_Preference &store, QString const &key, bool value)
+{
+    store.setBoolValue(key, value);
+}
+
+void write(PR_Preference &store, QString const &key, int value)
+{
+    store.setIntValue(key, value);
+}
+
+void write(PR_Preference &store, QString const &key, double value)
+{
+    store.setDoubleValue(key, value);
+}
+
+void write(PR_Preference &store, QString const &key, unsigned int value)
+{
+    store.setRgbaValue(key, value);
+}
+
+void write(PR_Preference &store, QString const &key, QString const &value)
+{
+    store.setStringValue(key, value);
+}
+} // namespace
+
+template <class T> T PR_Preference::value(PR_Key<T> const &key) const
+{
+    auto *const item = d->items.find(key.text()).template as<typename Typed<T>::Item>();
+    return item ? Typed<T>::valueOf(item) : T(key.defaultValue());
+}
+
+template <class T> bool PR_Preference::setTyped(PR_Key<T> const &key, T const &value)
+{
+    if constexpr (std::is_same_v<T, int>) {
+        if (value < key.minValue() || value > key.maxValue())
+            return false;
+    }
+    QString const name = ownText(key);
+    auto const entry = d->items.find(name);
+    bool const holds = !entry || !entry->hasFacilityOverride(false) || this->value(key) == value;
+    if constexpr (std::is_same_v<T, QKeySequence>) {
+        d->writeShortcut(*this, name, value.isEmpty() ? 0 : value[0].toCombined());
+    } else if constexpr (std::is_same_v<T, PR_FontName>) {
+        auto const *const font = entry.template as<PR_FontItem>();
+        QStringList const names = font ? font->EnumNameList() : QStringList();
+        auto const found = std::find_if(names.begin(), names.end(),
+            [&value](QString const &each) { return each.compare(value.name, Qt::CaseInsensitive) == 0; });
+        if (found == names.end())
+            return false;
+        setEnumValue(name, int(found - names.begin()));
+    } else {
+        ::write(*this, name, value);
+    }
+    return holds; // without a look at the store, which a receiver may have deleted
+}
+
+#define TYPED(T)                                                                                                       \
+    template BRIVANT_PREFERENCE_EXPORT T PR_Preference::value(PR_Key<T> const &) const;                                \
+    template BRIVANT_PREFERENCE_EXPORT bool PR_Preference::setTyped(PR_Key<T> const &, T const &);
+TYPED(bool)
+TYPED(int)
+TYPED(double)
+TYPED(unsigned int)
+TYPED(QString)
+TYPED(QKeySequence)
+TYPED(PR_FontName)
+
+bool PR_Preference::isLocked(PR_KeyName const &key) const
+{
+    auto const entry = d->items.find(key.text());
+    return entry && entry->hasFacilityOverride(false);
+}
+
+void PR_Preference::reset(PR_KeyName const &key)
+{
+    restoreDefault(key.text());
+}
+
+// ---- Subscriptions and batches
+
+void PR_Subscription::end()
+{
+    if (auto const isActive = m_isActive.lock())
+        *isActive = false;
+}
+
+PR_Subscription PR_Preference::addSubscriber(PR_KeyName const &key, QObject *receiver, std::function<void()> check)
+{
+    PR_Subscription handle;
+    auto const isActive = std::make_shared<bool>(receiver != nullptr);
+    handle.m_isActive = isActive;
+    d->subscribers[ownText(key)].push_back({ receiver, std::move(check), isActive });
+    return handle;
+}
+
+void PR_Preference::Private::tell(QString const *key)
+{
+    if (subscribers.isEmpty())
+        return;
+    if (batches > 0) {
+        isTellingDue = true;
+        return;
+    }
+    auto const isOver = [](Subscriber const &each) { return !*each.isActive || !each.receiver; };
+    std::vector<Subscriber> told; // a receiver may subscribe, or delete the store
+    auto const take = [&](std::vector<Subscriber> &list) {
+        list.erase(std::remove_if(list.begin(), list.end(), isOver), list.end());
+        told.insert(told.end(), list.begin(), list.end());
+    };
+    if (!key) {
+        std::for_each(subscribers.begin(), subscribers.end(), take);
+    } else if (auto const found = subscribers.find(*key); found != subscribers.end()) {
+        take(*found);
+    }
+    for (Subscriber const &each : told) {
+        if (!isOver(each))
+            each.check();
+    }
+}
+
+void PR_Preference::Private::announce(PR_Preference &store, QString const *key)
+{
+    if (batches > 0) {
+        isAnnouncementDue = true;
+        return;
+    }
+    if (refreshesCache)
+        store.updateCache();
+    if (!subscribers.isEmpty()) {
+        QPointer<PR_Preference> const alive(&store);
+        tell(key);
+        if (!alive)
+            return;
+    }
+    // Last: a receiver may delete the store.
+    if (emitsEvents)
+        Q_EMIT store.preferenceChanged();
+}
+
+PR_PreferenceBatch::PR_PreferenceBatch(PR_Preference &store)
+    : m_store(&store)
+{
+    ++store.d->batches;
+}
+
+PR_PreferenceBatch::~PR_PreferenceBatch()
+{
+    if (!m_store || --m_store->d->batches > 0)
+        return;
+    PR_Preference::Private &d = *m_store->d;
+    bool const isTold = std::exchange(d.isTellingDue, false);
+    if (std::exchange(d.isAnnouncementDue, false))
+        d.announce(*m_store, nullptr);
+    else if (isTold)
+        d.tell(nullptr);
+}
+
+// ---- Misuse
+
+void PR_Preference::Private::noteMisuse(PR_ItemSet const &items, QString const &key, char const *what)
+{
+    static QSet<QString> noted;
+    QString const note = key + u' ' + QLatin1String(what);
+    if (noted.contains(note))
+        return;
+    noted.insert(note);
+    QStringList keys;
+    if (!items.find(key))
+        items.visitInMemoryOrder([&keys](PR_PrefItem const *item) { keys.append(item->getKey()); });
+    QString const nearest = NearestWord(keys).to(key);
+    qCWarning(lcMisuse, "%s: %s%s%s", qUtf8Printable(key), what, nearest.isEmpty() ? "" : "; the nearest key is ",
+        qUtf8Printable(nearest));
+}
