@@ -342,11 +342,13 @@ PL_FileSlot::Result PL_FileSlot::replace(
         state = Rescued;
     if (isFirstTime(target))
         removeStaleNewFiles(target);
-    if (!syncFolderOf(target))
-        return { Result::CannotWrite,
-            QCoreApplication::translate("PL_FileSlot", "The new file cannot be put in the place of the old one.") };
+    bool const isSynced = syncFolderOf(target);
     known = PL_FileVersion::of(target);
-    return {};
+    if (!isSynced)
+        return { Result::CannotWrite,
+            QCoreApplication::translate("PL_FileSlot", "The new file cannot be put in the place of the old one."),
+            true };
+    return { Result::Done, {}, true };
 }
 
 bool PL_FileSlot::backUp(QString const &path)

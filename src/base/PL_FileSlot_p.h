@@ -21,6 +21,7 @@ public:
 
         Step step = Done;
         QString reason = {}; /*!< To show. */
+        bool isInPlace = false; /*!< The new file is the file now, though the disk may lose that when not Done. */
     };
     /*! Whether the file at a path is damaged, so that it must not become the backup. */
     using IsDamaged = std::function<bool(QString const &path)>;

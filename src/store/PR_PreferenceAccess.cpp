@@ -89,8 +89,8 @@ void PR_Preference::Private::write(PR_Preference &store, QString const &key, Val
 
 void PR_Preference::Private::writeShortcut(PR_Preference &store, QString const &key, int code)
 {
-    write<PR_KeyItem>(store, key, code,
-        [code](QString const &name) { return new PR_KeyItem(PR_PrefItem::Internal, name, code); });
+    write<PR_KeyItem>(
+        store, key, code, [code](QString const &name) { return new PR_KeyItem(PR_PrefItem::Internal, name, code); });
 }
 
 PR_PrefItem *PR_Preference::find(QString key) const

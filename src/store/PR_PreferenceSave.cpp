@@ -98,7 +98,7 @@ PL_FileSlot::Result PR_Preference::Private::write(PR_XmlTree own, QString &remar
         return writeShared(std::move(own), remark);
     QByteArray const bytes = bytesOf(*own.root(), remark);
     PL_FileSlot::Result const result = slot.replace(oswRemapPath::RemapPath2(pathXml), bytes, isDamaged);
-    if (result.step == PL_FileSlot::Result::Done)
+    if (result.isInPlace)
         baseText = bytes;
     return result;
 }

@@ -76,7 +76,7 @@ PL_FileSlot::Result PR_Preference::Private::writeShared(PR_XmlTree own, QString 
         Result const result = slot.replace(path, bytes, isDamaged, lock->isHeld() ? nullptr : &seen);
         if (result.step == Result::Changed && !isLast)
             continue;
-        if (result.step != Result::Done)
+        if (!result.isInPlace)
             return result;
         if (!lock->isHeld() && remark.isEmpty())
             remark = tr("Saved without a lock on the file.");

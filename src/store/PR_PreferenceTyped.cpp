@@ -121,7 +121,7 @@ PR_Subscription PR_Preference::addSubscriber(PR_KeyName const &key, QObject *rec
     PR_Subscription handle;
     auto const isActive = std::make_shared<bool>(receiver != nullptr);
     handle.m_isActive = isActive;
-    d->subscribers[ownText(key)].push_back({ receiver, std::move(check), isActive });
+    d->subscribers[ownText(key)].push_back({ ++d->lastSubscriber, receiver, std::move(check), isActive });
     return handle;
 }
 
@@ -141,6 +141,7 @@ void PR_Preference::Private::tell(QString const *key)
     };
     if (!key) {
         std::for_each(subscribers.begin(), subscribers.end(), take);
+        std::sort(told.begin(), told.end(), [](auto const &a, auto const &b) { return a.number < b.number; });
     } else if (auto const found = subscribers.find(*key); found != subscribers.end()) {
         take(*found);
     }

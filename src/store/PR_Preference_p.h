@@ -95,11 +95,13 @@ public:
 
     SaveStatus saveStatus;
     struct Subscriber {
+        quint64 number; // in the order of the subscriptions
         QPointer<QObject> receiver;
         std::function<void()> check; // compares, and calls the receiver
         std::shared_ptr<bool> isActive;
     };
     QHash<QString, std::vector<Subscriber>> subscribers; // by key
+    quint64 lastSubscriber = 0;
     int batches = 0;
     bool isAnnouncementDue = false; // at the end of the batch
     bool isTellingDue = false;
