@@ -14,23 +14,44 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int keyCount = 4;
 
-// What a store changed and has not saved yet; 0 stands for no value.
+QString keyOf(int number)
+{
+    return u"SEQ"_s + QString::number(number);
+}
+
+// A store, and what it changed and has not saved yet; 0 stands for no value.
 struct Instance {
     std::unique_ptr<FuzzStore> store;
     std::map<int, int> changes;
+    std::map<int, int> base; // the values after the last load, save or reload
+    std::set<int> unsure; // keys of a save that failed, perhaps after the file was replaced
 
     void load()
     {
         store = std::make_unique<FuzzStore>();
         store->setShared(true);
         changes.clear();
+        takeBase();
+    }
+
+    void takeBase()
+    {
+        for (int key = 0; key < keyCount; ++key) {
+            if (changes.count(key) == 0)
+                base[key] = store->getIntValue(keyOf(key), 0);
+        }
+        if (changes.empty())
+            unsure.clear();
+    }
+
+    // Back to what it was is no change.
+    void note(int key, int value)
+    {
+        changes[key] = value;
+        if (value == base[key] && unsure.count(key) == 0)
+            changes.erase(key);
     }
 };
-
-QString keyOf(int number)
-{
-    return u"SEQ"_s + QString::number(number);
-}
 
 class Sequence {
 public:
@@ -49,12 +70,12 @@ public:
         case 0:
         case 1:
             instance.store->setIntValue(keyOf(key), ++m_lastValue);
-            instance.changes[key] = m_lastValue;
+            instance.note(key, m_lastValue);
             break;
         case 2:
             if (instance.store->find(keyOf(key))) {
                 instance.store->deleteAllKeyBeginingWith(keyOf(key));
-                instance.changes[key] = 0;
+                instance.note(key, 0);
             }
             break;
         case 3:
@@ -62,6 +83,7 @@ public:
             break;
         case 4:
             instance.store->reloadShared();
+            instance.takeBase();
             break;
         default:
             instance.load();
@@ -93,12 +115,16 @@ private:
         bool const isSaved = instance.store->saveStatus().state == PR_Preference::SaveStatus::Saved;
         for (auto const &[key, value] : instance.changes) {
             std::set<int> &possible = m_possible.try_emplace(key, std::set<int>{ 0 }).first->second;
-            if (isSaved && !isEnded)
+            if (isSaved && !isEnded && instance.unsure.count(key) == 0)
                 possible.clear();
             possible.insert(value);
+            if (!isSaved)
+                instance.unsure.insert(key);
         }
-        if (isSaved)
+        if (isSaved) {
             instance.changes.clear();
+            instance.takeBase();
+        }
         if (isEnded)
             instance.load(); // another run of the program
         check();

@@ -20,10 +20,7 @@ struct PR_FontName {
 class BRIVANT_PREFERENCE_EXPORT PR_KeyName {
 public:
     /*! The key, which shares the literal text. */
-    [[nodiscard]] QString text() const
-    {
-        return QString(QStringPrivate::fromRawData(const_cast<char16_t *>(m_text), m_size));
-    }
+    [[nodiscard]] QString text() const { return QString::fromRawData(reinterpret_cast<QChar const *>(m_text), m_size); }
 
 protected:
     /*! From a literal text. */

@@ -210,6 +210,10 @@ public:
         , m_charactersLeft(2 * text.size() + (1 << 20))
     {
         m_reader.setNamespaceProcessing(false);
+        // A text is delivered as a whole, with all the entities in it: what all references together may bring is shared
+        // out between them.
+        qsizetype const references = qMax<qsizetype>(text.count('&'), 1);
+        m_reader.setEntityExpansionLimit(int(qBound(qsizetype(1), m_charactersLeft / references, qsizetype(4096))));
     }
 
     Fault run()
