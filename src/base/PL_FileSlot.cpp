@@ -123,7 +123,9 @@ public:
     // What root makes in a user's folder is the user's.
     void takeOwnerOfFolder(QString const &target)
     {
-        struct stat const folder = geteuid() == 0 ? statusOf(QFileInfo(target).path()) : statusOf({});
+        if (geteuid() != 0)
+            return;
+        struct stat const folder = statusOf(QFileInfo(target).path());
         if (S_ISDIR(folder.st_mode) && folder.st_uid != 0)
             (void)operations().setOwner(m_file, folder.st_uid, folder.st_gid);
     }
@@ -290,7 +292,6 @@ QString PL_FileSlot::newFileOf(QString const &target)
 PL_FileSlot::Result PL_FileSlot::replace(
     QString const &path, QByteArray const &bytes, IsDamaged const &isDamaged, PL_FileVersion const *expected)
 {
-
     QString const target = targetOf(path);
     if (target.isEmpty())
         return { Result::CannotOpen, qt_error_string(ELOOP) };
