@@ -48,5 +48,6 @@ bool tufile::rmIfExists(QString const &path)
         place.chop(1);
     QFileInfo const info(place);
     PL_Folder const folder(info.path());
-    return folder.isOpen() ? folder.remove(info.fileName()) : errno == ENOENT && !place.isEmpty();
+    bool const isMissing = errno == ENOENT || errno == ENOTDIR;
+    return folder.isOpen() ? folder.remove(info.fileName()) : isMissing && !place.isEmpty();
 }

@@ -132,6 +132,7 @@ TEST_F(FileTest, RemovingALinkKeepsWhatItNames)
         EXPECT_EQ(tufile::fileExists(path(row.name)), row.exists) << row.name;
         EXPECT_TRUE(tufile::rmIfExists(path(row.name))) << row.name;
     }
+    EXPECT_TRUE(tufile::rmIfExists(path(u"target/kept/below"_s))) << "below a file";
     EXPECT_EQ(files({}).join(u' '), u"target"_s);
     EXPECT_EQ(readFile(u"target/kept"_s), "x");
 }
