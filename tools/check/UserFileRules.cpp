@@ -60,9 +60,11 @@ void checkElement(
 
 void checkSet(Findings &findings, PR_Element const &element, QString const &name)
 {
+    if (name.isEmpty())
+        return;
     QString const path = oswRemapPath::RemapPath2(PR_Loader::setPath(name));
     PR_XmlFile const set = PR_XmlFile::read(path);
-    if (name.isEmpty() || set.state == PR_XmlFile::Read)
+    if (set.state == PR_XmlFile::Read)
         return;
     QStringList names;
     for (QFileInfo const &file : QFileInfo(path).dir().entryInfoList({ u"*.xml"_s }, QDir::Files))

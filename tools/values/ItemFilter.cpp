@@ -1,7 +1,7 @@
 #include "ItemFilter.h"
 
-#include "ValueText.h"
 #include "Command.h"
+#include "ValueText.h"
 
 #include <QCommandLineParser>
 

@@ -1,8 +1,7 @@
-
+#include "Command.h"
 #include "ItemFilter.h"
 #include "PrefsStore.h"
 #include "ValueText.h"
-#include "Command.h"
 
 #include "PR_DoubleItem.h"
 #include "PR_FontItem.h"
