@@ -65,6 +65,11 @@ public:
         only look. */
     bool readOnly = false;
 
+    /*! Gives a text of a definition, such as a label or a description of the preference \a key, in the language of the
+        user; an empty one where there is no translation. Asked by editors; when empty, they show the texts themselves.
+     */
+    std::function<QString(QString const &key, QString const &text)> translateDefinition;
+
     /*! Receives each report once; when empty, reports go to the logging category "brivant.preference". */
     std::function<void(HostReport const &)> report;
 };

@@ -271,6 +271,7 @@ protected:
     class Private;
 
 private:
+    friend class PR_DefinitionList;
     friend class PR_PreferenceBatch;
 
     template <class T> bool setTyped(PR_Key<T> const &key, T const &value);
