@@ -54,6 +54,7 @@ PL_FileSlot::Result PR_Preference::Private::writeShared(PR_XmlTree own, QString 
         std::optional<PR_UserFileMerge> merge;
         PR_XmlTree merged;
         PL_FileVersion seen = slot.known;
+        PL_FileSlot const before = slot;
         if (!isBaseOwn || !(PL_FileVersion::of(path) == slot.known)) {
             QString reason;
             file = presentFile(path, reason);
@@ -74,6 +75,8 @@ PL_FileSlot::Result PR_Preference::Private::writeShared(PR_XmlTree own, QString 
         }
         QByteArray const bytes = bytesOf(merge ? *merged.root() : *own.root(), remark);
         Result const result = slot.replace(path, bytes, isDamaged, lock->isHeld() ? nullptr : &seen);
+        if (!result.isInPlace)
+            slot = before; // what others saved is not taken over yet
         if (result.step == Result::Changed && !isLast)
             continue;
         if (!result.isInPlace)

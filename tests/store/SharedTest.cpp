@@ -1,3 +1,4 @@
+#include "FaultyFiles.h"
 #include "StoreTest.h"
 
 #include "PR_IntItem.h"
@@ -234,4 +235,27 @@ TEST_F(SharedTest, FilesThatAreGoneOldOrDamagedLoseNothing)
 
     // A copy is a store of its own.
     EXPECT_FALSE(TestStore(*store).isShared());
+}
+
+// Wherever a save fails, the next one writes what others saved before.
+TEST_F(SharedTest, AFailedSaveForgetsNothing)
+{
+    auto const store = load();
+    auto const other = load();
+    for (int call = 0, isLast = 0; isLast == 0; ++call) {
+        store->setIntValue(u"A"_s, 2 * call + 1);
+        save(*store);
+        other->setIntValue(u"B"_s, call + 1);
+        save(*other);
+        {
+            FaultyFiles faults(call);
+            store->setIntValue(u"A"_s, 2 * call + 2);
+            store->save();
+            isLast = !faults.hasHappened;
+        }
+        takeReports();
+        save(*store);
+        EXPECT_EQ(saved(), u"int A=%1;int B=%2;"_s.arg(2 * call + 2).arg(call + 1).toStdString()) << call;
+        EXPECT_EQ(store->getInt(u"B"_s), call + 1);
+    }
 }
