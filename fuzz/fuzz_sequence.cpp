@@ -121,10 +121,9 @@ private:
             if (!isSaved)
                 instance.unsure.insert(key);
         }
-        if (isSaved) {
+        if (isSaved)
             instance.changes.clear();
-            instance.takeBase();
-        }
+        instance.takeBase(); // one that fails late has taken over what others saved
         if (isEnded)
             instance.load(); // another run of the program
         check();
