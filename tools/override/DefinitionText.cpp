@@ -118,8 +118,8 @@ void DefinitionText::change(QString const &key, std::vector<Attribute> const &at
     for (auto element = elements.rbegin(); element != elements.rend(); ++element) { // those before keep their places
         for (Attribute const &attribute : attributes) {
             bool const isThere = (*element)->hasAttribute(attribute.name);
-            if (isThere != attribute.value.has_value()
-                || (isThere && (*element)->attribute(attribute.name) != *attribute.value))
+            auto const &value = attribute.value;
+            if (isThere != value.has_value() || (value && (*element)->attribute(attribute.name) != *value))
                 set(beginOf(**element), attribute);
         }
     }

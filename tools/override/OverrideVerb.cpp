@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -23,19 +22,7 @@ using namespace Qt::StringLiterals;
 namespace {
 using Attributes = std::vector<DefinitionText::Attribute>;
 
-struct Wish {
-    explicit Wish(QString const &argument)
-        : key(argument.section(u'=', 0, 0))
-    {
-        if (argument.size() > key.size())
-            value = argument.mid(key.size() + 1);
-    }
-
-    QString key;
-    std::optional<QString> value;
-};
-
-std::vector<Wish> wishesOf(Call const &call)
+void checkUsage(Call const &call)
 {
     auto const wrongUsage = [](QString const &text) { return Failure{ ExitStatus::WrongUsage, text }; };
     auto const isSet = [&call](char const *name) { return call.options.isSet(QLatin1String(name)); };
@@ -43,12 +30,16 @@ std::vector<Wish> wishesOf(Call const &call)
         throw wrongUsage(u"override takes --output FILE."_s);
     if (isSet("lock") + isSet("unlock") + isSet("remove") > 1)
         throw wrongUsage(u"override takes one of --lock, --unlock and --remove."_s);
-    std::vector<Wish> const wishes(call.arguments.begin(), call.arguments.end());
-    for (Wish const &wish : wishes) {
-        if (isSet("remove") && wish.value)
-            throw wrongUsage(u"With --remove a key has no value: %1."_s.arg(ValueText::escaped(wish.key)));
+    for (QString const &argument : call.arguments) {
+        if (isSet("remove") && argument.contains(u'='))
+            throw wrongUsage(u"With --remove a key has no value: %1."_s.arg(ValueText::escaped(argument)));
     }
-    return wishes;
+    QString const path = call.options.value(u"output"_s);
+    QString const file = QFileInfo(path).canonicalFilePath();
+    for (QString const &shipped : { PR_Loader::mainPath(), PR_Loader::localPath() }) {
+        if (!file.isEmpty() && file == QFileInfo(shipped).canonicalFilePath())
+            throw wrongUsage(u"%1 is no override."_s.arg(ValueText::escaped(path)));
+    }
 }
 
 // The attributes that give a definition the present value of an item.
@@ -97,19 +88,23 @@ Attributes valueFor(std::vector<PR_Element const *> const &definitions, QString 
     return attributes;
 }
 
-// Gives an override definitions of a key wherever the installation has one, and all of them a value and a lock.
-void fulfil(Wish const &wish, DefinitionText &text, Installation &installation, QCommandLineParser const &options)
+// Gives an override definitions of a key, "KEY" or "KEY=VALUE", wherever the installation has one, and all of them the
+// value and the lock.
+void define(QString const &argument, DefinitionText &text, Installation &installation, Call const &call)
 {
-    bool const locks = options.isSet(u"lock"_s);
-    auto shipped = shippedOf(wish.key, installation);
-    Attributes attributes = wish.value ? valueFor(shipped, *wish.value) : Attributes();
+    QString const key = argument.section(u'=', 0, 0);
+    bool const locks = call.options.isSet(u"lock"_s);
+    auto shipped = shippedOf(key, installation);
+    Attributes attributes;
+    if (argument.contains(u'='))
+        attributes = valueFor(shipped, argument.section(u'=', 1));
     if (locks)
         attributes.push_back({ u"facilityOverride"_s, u"true"_s });
-    else if (options.isSet(u"unlock"_s))
+    else if (call.options.isSet(u"unlock"_s))
         attributes.push_back({ u"facilityOverride"_s, {} });
 
     std::vector<ConditionSet> present;
-    for (PR_Element const *element : text.of(wish.key))
+    for (PR_Element const *element : text.of(key))
         present.emplace_back(*element);
     if (locks) // the first one that holds counts then, not the last one
         std::reverse(shipped.begin(), shipped.end());
@@ -118,7 +113,7 @@ void fulfil(Wish const &wish, DefinitionText &text, Installation &installation, 
         if (std::none_of(present.begin(), present.end(), [&](ConditionSet const &set) { return set.covers(wanted); }))
             text.add(*definition);
     }
-    text.change(wish.key, attributes);
+    text.change(key, attributes);
 }
 
 void takeOut(QString const &key, DefinitionText &text)
@@ -146,22 +141,16 @@ void expectGood(PR_XmlFile const &file, CheckedFiles &files, QTextStream &out)
 
 void Verbs::writeOverride(Call const &call)
 {
-    std::vector<Wish> const wishes = wishesOf(call);
-    QString const path = call.options.value(u"output"_s);
-    for (QString const &shipped : { PR_Loader::mainPath(), PR_Loader::localPath() }) {
-        QString const file = QFileInfo(shipped).canonicalFilePath();
-        if (!file.isEmpty() && file == QFileInfo(path).canonicalFilePath())
-            throw Failure{ ExitStatus::WrongUsage, u"%1 is no override."_s.arg(ValueText::escaped(path)) };
-    }
+    checkUsage(call);
     CheckedFiles files{ Installation(call.options.isSet(u"local"_s), {}) };
-    DefinitionText text(path);
-    for (Wish const &wish : wishes) {
+    DefinitionText text(call.options.value(u"output"_s));
+    for (QString const &argument : call.arguments) {
         if (text.file().state != PR_XmlFile::Read)
             break; // what is wrong is told below
         if (call.options.isSet(u"remove"_s))
-            takeOut(wish.key, text);
+            takeOut(argument, text);
         else
-            fulfil(wish, text, files.installation, call.options);
+            define(argument, text, files.installation, call);
     }
     expectGood(text.file(), files, call.out);
     text.save();
