@@ -121,8 +121,10 @@ public:
     }
 
     // What root makes in a user's folder is the user's.
-    void takeOwnerOfFolder(QString const &target)
+    void beginAnew(QString const &target, mode_t mode)
     {
+        if (mode != 0600)
+            (void)operations().setMode(m_file, mode);
         if (geteuid() != 0)
             return;
         struct stat const folder = statusOf(QFileInfo(target).path());
@@ -312,7 +314,7 @@ PL_FileSlot::Result PL_FileSlot::replace(
     if (isThere(present))
         (void)file.takeAttributes(present);
     else
-        file.takeOwnerOfFolder(target);
+        file.beginAnew(target, modeOfNewFile);
     if (!file.write(bytes))
         return { Result::CannotWrite, file.error() };
 

@@ -49,6 +49,7 @@ public:
     /*!\}*/
 
     State state = Good;
+    unsigned int modeOfNewFile = 0600; /*!< Of a file where there was none; its permission bits. */
     PL_FileVersion known; /*!< The file when it was last known to be good. */
 };
 

@@ -28,15 +28,6 @@ void printRules(QTextStream &out)
     }
 }
 
-void print(Finding const &finding, QTextStream &out)
-{
-    out << ValueText::escaped(finding.file) << ':' << finding.line << ':' << finding.column << ": "
-        << textOf(finding.severity) << ": " << ValueText::escaped(finding.text);
-    if (!finding.suggestion.isEmpty())
-        out << "; did you mean \"" << ValueText::escaped(finding.suggestion) << "\"?";
-    out << " [" << textOf(finding.rule).name << "]\n";
-}
-
 QJsonObject toJson(Finding const &finding)
 {
     return { { u"file"_s, finding.file }, { u"line"_s, finding.line }, { u"column"_s, finding.column },
@@ -104,17 +95,9 @@ std::vector<Finding> check(QString const &path, CheckedFiles &files)
 {
     PR_XmlFile file = PR_XmlFile::read(path);
     auto const layer = layerOf(file);
-    bool const isUserFile = layer == PR_LoadObserver::UserFile;
-    if (!isUserFile && file.elementCount > PR_Loader::MaximumDefinitions)
+    if (layer != PR_LoadObserver::UserFile && file.elementCount > PR_Loader::MaximumDefinitions)
         file = PR_XmlFile::read(path, PR_Loader::MaximumDefinitions);
-    Findings findings(file, isUserFile ? Findings::UserFile : Findings::DefinitionFile);
-    if (file.state != PR_XmlFile::Read)
-        findings.addUnreadable();
-    else if (isUserFile)
-        checkUserFile(findings, file, files.installation);
-    else
-        checkDefinitions(findings, file, layer, files);
-    return findings.inOrder();
+    return findingsOf(file, layer, files);
 }
 
 // The definition files of the installation, those that are there.
@@ -131,6 +114,28 @@ QStringList filesOfInstallation(QString const &candidate)
     return files;
 }
 } // namespace
+
+std::vector<Finding> findingsOf(PR_XmlFile const &file, PR_LoadObserver::Layer layer, CheckedFiles &files)
+{
+    bool const isUserFile = layer == PR_LoadObserver::UserFile;
+    Findings findings(file, isUserFile ? Findings::UserFile : Findings::DefinitionFile);
+    if (file.state != PR_XmlFile::Read)
+        findings.addUnreadable();
+    else if (isUserFile)
+        checkUserFile(findings, file, files.installation);
+    else
+        checkDefinitions(findings, file, layer, files);
+    return findings.inOrder();
+}
+
+void print(Finding const &finding, QTextStream &out)
+{
+    out << ValueText::escaped(finding.file) << ':' << finding.line << ':' << finding.column << ": "
+        << textOf(finding.severity) << ": " << ValueText::escaped(finding.text);
+    if (!finding.suggestion.isEmpty())
+        out << "; did you mean \"" << ValueText::escaped(finding.suggestion) << "\"?";
+    out << " [" << textOf(finding.rule).name << "]\n";
+}
 
 void Verbs::check(Call const &call)
 {

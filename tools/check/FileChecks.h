@@ -4,6 +4,8 @@
 #include "Findings.h"
 #include "Installation.h"
 
+class QTextStream;
+
 /*! What the checks of several files share. */
 struct CheckedFiles {
     struct Type {
@@ -21,6 +23,12 @@ struct CheckedFiles {
 void checkDefinitions(Findings &findings, PR_XmlFile const &file, PR_LoadObserver::Layer layer, CheckedFiles &files);
 void checkUserFile(Findings &findings, PR_XmlFile const &file, Installation &installation);
 /*!\}*/
+
+/*! All that is wrong in a file, or why it could not be read. */
+std::vector<Finding> findingsOf(PR_XmlFile const &file, PR_LoadObserver::Layer layer, CheckedFiles &files);
+
+/*! As a line: place, severity, text and rule. */
+void print(Finding const &finding, QTextStream &out);
 
 /*! Looks for a preference set that a user's file, or a definition, names in an element. */
 void checkSet(Findings &findings, PR_Element const &element, QString const &name);

@@ -90,8 +90,8 @@ void Findings::add(
     Finding finding{ m_file.path, element.line, element.column, severity, rule,
         isItem ? element.id().toString() : QString(), text, suggestion };
     if (element.hasAttribute(attribute)) {
-        Text const &all = this->text();
-        qsizetype const place = all.attributeOf(all.positionOf(element.line, element.column), attribute);
+        XmlText const &all = this->text();
+        qsizetype const place = all.attributeOf(all.positionOf(element.line, element.column), attribute).begin;
         auto const next = std::upper_bound(all.lineStarts.begin(), all.lineStarts.end(), place);
         finding.line = int(next - all.lineStarts.begin());
         finding.column = int(place - *std::prev(next)) + 1;
@@ -106,7 +106,7 @@ void Findings::addUnreadable()
         {} };
     if (m_file.errorLine > 0) {
         static QRegularExpression const bareAmpersand(u"&\\w*[^;\\w]{0,2}.?$"_s);
-        Text const &all = text();
+        XmlText const &all = text();
         QStringView const before = QStringView(all.text).left(all.positionOf(finding.line, finding.column) + 1);
         if (bareAmpersand.match(before.right(64).toString()).hasMatch())
             finding.suggestion = u"&amp;"_s;
@@ -121,51 +121,9 @@ std::vector<Finding> const &Findings::inOrder()
     return m_findings;
 }
 
-Findings::Text const &Findings::text()
+XmlText const &Findings::text()
 {
     if (!m_text)
-        m_text.emplace(m_file.text);
+        m_text.emplace(QString::fromUtf8(m_file.text));
     return *m_text;
-}
-
-Findings::Text::Text(QByteArray const &bytes)
-    : text(QString::fromUtf8(bytes))
-    , lineStarts{ 0 }
-{
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        bool const endsPair = i + 1 < text.size() && text[i] == u'\r' && text[i + 1] == u'\n';
-        if (text[i] == u'\n' || (text[i] == u'\r' && !endsPair))
-            lineStarts.push_back(i + 1);
-    }
-}
-
-// Where a document type of the file's own has entities, elements may come from there: their places are anywhere.
-qsizetype Findings::Text::positionOf(int line, int column) const
-{
-    auto const index = size_t(std::clamp(line - 1, 0, int(lineStarts.size()) - 1));
-    return std::clamp(lineStarts[index] + column - 1, qsizetype(0), text.size());
-}
-
-qsizetype Findings::Text::attributeOf(qsizetype tag, QString const &attribute) const
-{
-    auto const skip = [this](qsizetype from, auto const &isSkipped) {
-        while (from < text.size() && isSkipped(text[from]))
-            ++from;
-        return from;
-    };
-    auto const isSpace = [](QChar c) { return c.isSpace(); };
-    auto const isName = [](QChar c) { return !c.isSpace() && c != u'=' && c != u'>'; };
-    for (qsizetype at = skip(tag, isName); at < text.size();) {
-        qsizetype const name = skip(at, isSpace);
-        qsizetype const end = skip(name, isName);
-        qsizetype const quote = skip(end, [](QChar c) { return c.isSpace() || c == u'='; });
-        if (QStringView(text).mid(name, end - name) == attribute)
-            return name;
-        if (quote >= text.size() || text[quote] == u'>')
-            break; // an element of an entity stands elsewhere
-        at = text.indexOf(text[quote], quote + 1) + 1;
-        if (at == 0)
-            break;
-    }
-    return tag;
 }

@@ -1,6 +1,8 @@
 #ifndef FINDINGS_H
 #define FINDINGS_H
 
+#include "XmlText.h"
+
 #include "PR_XmlReader_p.h"
 
 #include <QStringList>
@@ -95,21 +97,11 @@ public:
     std::vector<Finding> const &inOrder();
 
 private:
-    /*! The text of the file, to find places in it that no element knows. */
-    struct Text {
-        explicit Text(QByteArray const &bytes);
-        qsizetype positionOf(int line, int column) const;
-        /*! Where an attribute stands in the tag at a position; that position when the tag has no such attribute. */
-        qsizetype attributeOf(qsizetype tag, QString const &attribute) const;
-
-        QString text;
-        std::vector<qsizetype> lineStarts;
-    };
-    Text const &text();
+    XmlText const &text();
 
     PR_XmlFile const &m_file;
     FileKind const m_kind;
-    std::optional<Text> m_text;
+    std::optional<XmlText> m_text;
     std::vector<Finding> m_findings;
 };
 

@@ -52,6 +52,7 @@ void diff(Call const &call);
 void dump(Call const &call);
 void load(Call const &call);
 void check(Call const &call);
+void writeOverride(Call const &call);
 void explain(Call const &call);
 void keys(Call const &call);
 void checkSources(Call const &call);

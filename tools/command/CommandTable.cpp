@@ -54,6 +54,12 @@ std::vector<Verb> const &CommandTable::verbs()
             "A file below a folder \"preferenceSets\" is taken for a preference set, one with \"override\" in its name "
             "for an override, one with categories for definitions, and any other for a user's file. Without a FILE the "
             "definition files of the installation are checked." },
+        { "override", "KEY[=VALUE]...", "lock unlock remove output", Verbs::writeOverride,
+            "Writes new defaults and locks for everybody into an override.",
+            "Each KEY gets the whole definition that is shipped, one for each platform and mode, with the value, which "
+            "is in the form that set takes. Without a VALUE the default stays, and without --lock and --unlock the "
+            "lock. What else is in FILE stays as it is. The new text is checked as check does it, and nothing is "
+            "written when it has errors." },
         { "explain", "KEY...", "json", Verbs::explain, "Where the value comes from, layer by layer." },
         { "keys", "FILE...", "header namespace", Verbs::keys,
             "The name, type and place of each typed key that definition files give.",
@@ -82,6 +88,10 @@ std::vector<Option> const &CommandTable::options()
         { "rules", "", "List the rules, with their weight in definitions and in users' files." },
         { "summary", "", "Count the findings by rule and key: count, severity, rule and key." },
         { "override", "FILE", "An override to check against in the place of the installed one." },
+        { "output", "FILE", "The override, which is made where there is none." },
+        { "lock", "", "Lock the preferences for all users." },
+        { "unlock", "", "Let users change the preferences." },
+        { "remove", "", "Take the preferences out of the override." },
         { "header", "", "Write a C++ header." },
         { "namespace", "WORD", "The namespace of the keys; Keys by default." },
         { "unused", "", "Also the keys of definitions that no source names." },
@@ -108,6 +118,7 @@ std::vector<ValueKind> const &CommandTable::kinds()
 {
     static std::vector<ValueKind> const table{
         { "KEY", ValueKind::Key },
+        { "KEY=VALUE", ValueKind::Key },
         { "VALUE", ValueKind::ValueOfKey },
         { "FILE", ValueKind::File },
         { "DIR", ValueKind::Folder },
@@ -163,7 +174,7 @@ QStringList CommandTable::words(char const *text)
 
 Failure CommandTable::wrongArguments(Verb const &verb)
 {
-    QString const expected = QString::fromLatin1(verb.arguments).remove(u'[').remove(u']');
+    QString const expected = QString::fromLatin1(verb.arguments);
     QString const text =
         u"%1 takes %2"_s.arg(QLatin1String(verb.name), expected.isEmpty() ? u"no arguments"_s : expected);
     return { ExitStatus::WrongUsage, text.endsWith(u'.') ? text : text + u'.' };

@@ -65,15 +65,11 @@ void Verbs::describe(Call const &call)
 void Verbs::set(Call const &call)
 {
     PrefsStore store(call, PrefsStore::ToWrite);
-    QString const key = call.arguments[0];
     QString const text = call.arguments[1];
-    PR_PrefItem &item = store.unlockedItem(key);
+    PR_PrefItem &item = store.unlockedItem(call.arguments[0]);
     ValueText::Outcome const outcome = ValueText::assign(item, text);
-    if (outcome == ValueText::Refused) {
-        throw Failure{ ExitStatus::NotAValue,
-            u"\"%1\" is no value of %2; expected %3."_s.arg(
-                ValueText::escaped(text), ValueText::escaped(key), ValueText::expectedForm(item)) };
-    }
+    if (outcome == ValueText::Refused)
+        throw Failure{ ExitStatus::NotAValue, ValueText::refusal(item, text) };
     if (outcome == ValueText::Changed)
         store.saveNow();
 }

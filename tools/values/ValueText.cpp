@@ -179,6 +179,11 @@ QString ValueText::expectedForm(PR_PrefItem &item)
     return text;
 }
 
+QString ValueText::refusal(PR_PrefItem &item, QString const &text)
+{
+    return u"\"%1\" is no value of %2; expected %3."_s.arg(escaped(text), escaped(item.getKey()), expectedForm(item));
+}
+
 QString ValueText::originOf(PR_PrefItem const &item)
 {
     switch (item.getOrigin()) {

@@ -19,6 +19,8 @@ Outcome assign(PR_PrefItem &item, QString const &text);
 QString exact(PR_PrefItem &item);
 /*! What a value of the item looks like, to go on with after "expected". */
 QString expectedForm(PR_PrefItem &item);
+/*! Why a text is no value of the item, for a message. */
+QString refusal(PR_PrefItem &item, QString const &text);
 /*! Where the value comes from: "default", "user" or "facility". */
 QString originOf(PR_PrefItem const &item);
 /*! A text as part of one line: a tab, a line feed, a carriage return and a backslash as \\t, \\n, \\r and \\\\, other
