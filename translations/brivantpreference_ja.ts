@@ -2,6 +2,24 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja">
 <context>
+    <name>BoolField</name>
+    <message>
+        <source>on</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FolderEdit</name>
+    <message>
+        <source>Browse...</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>PL_FileSlot</name>
     <message>
         <source>It is no regular file.</source>
@@ -204,6 +222,96 @@ Its backup has been read instead.</source>
     </message>
 </context>
 <context>
+    <name>PR_PreferenceDialog</name>
+    <message>
+        <source>Chan&amp;ged</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Locked</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No preference matches.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close &amp;Without Saving</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Restore All...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The preferences could not be saved in %1: %2
+They stay in effect until the program ends; the file is as it was before.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search all pages</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Find by key:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Press a key to see what it does; Backspace shows all.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Dismiss</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restore the defaults of all preferences.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>Restore the defaults of all %n changed preference(s), on every page?</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&amp;Restore</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restore All</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>PR_XmlReader</name>
     <message>
         <source>A document type stands inside of the root.</source>
@@ -240,6 +348,91 @@ Its backup has been read instead.</source>
     <message>
         <source>The document type of the file&apos;s own is larger than %1 KB.</source>
         <translation>ファイル自身の文書型が %1 KB を超えています。</translation>
+    </message>
+</context>
+<context>
+    <name>PreferenceRow</name>
+    <message>
+        <source>Restore %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restore the default of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Locked by the facility for everybody.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The default of the facility is %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The default of the set %1 is %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The default is %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Changed by you.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not changed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is the shortcut of %2 too.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is the shortcut of %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is the shortcut of %2, which the facility has locked.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Take It From %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 alone would act whenever it is typed outside of a text.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PreferenceSetField</name>
+    <message>
+        <source>%1 (not installed)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(none)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PreferenceSetField::Write</name>
+    <message>
+        <source>(none)</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 </TS>

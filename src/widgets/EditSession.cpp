@@ -92,8 +92,8 @@ private:
     bool m_isDone = false;
 };
 
-EditSession::EditSession(PR_Preference &store, QObject *parent)
-    : QObject(parent)
+EditSession::EditSession(PR_Preference &store, QString set)
+    : preferenceSet(std::move(set))
     , m_store(store)
 {
     // The notice comes inside the write and may come a thousand times in a loop.

@@ -18,8 +18,8 @@ class EditSession : public QObject {
     Q_OBJECT
 
 public:
-    /*! For \a store, which must outlive the session. */
-    explicit EditSession(PR_Preference &store, QObject *parent = nullptr);
+    /*! For \a store, which must outlive the session, and the name of its preference set. */
+    EditSession(PR_Preference &store, QString set);
 
     PR_Preference &store() const { return m_store; }
     QUndoStack &undoStack() { return m_undoStack; }
@@ -34,6 +34,8 @@ public:
     /*! The other preferences that have a shortcut. */
     QStringList othersWith(int code, QString const &key);
 
+    /*! The name of the set that the definitions come from; empty for none. */
+    QString const preferenceSet;
     /*! Whether changes are saved. */
     bool isSaving = true;
     /*! Saves what has changed since the last time. Whether nothing is left to save. */

@@ -22,6 +22,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QStyle>
 #include <QToolButton>
@@ -30,7 +31,7 @@ using namespace Qt::StringLiterals;
 
 class PR_PreferenceDialog::Private {
 public:
-    Private(PR_PreferenceDialog &window, PR_Preference &store);
+    Private(PR_PreferenceDialog &window, PR_Preference &store, PR_DefinitionList const &definitions);
 
     void addPages();
     QLayout *createTop();
@@ -46,7 +47,7 @@ public:
     void refresh();
     void showReports();
     void confirmRestoreAll();
-    void fitWidth();
+    void fitSize();
 
     // A page is a category or this.
     static constexpr int ShortcutPage = -1;
@@ -64,6 +65,7 @@ public:
     ShortcutEdit *m_pressed = new ShortcutEdit;
     QLabel *m_noMatch = new QLabel(tr("No preference matches."));
     QLabel *m_explanation = new QLabel;
+    QScrollArea *m_explanationArea = new QScrollArea; // of a fixed height, so that the rows stay where they are
     QFrame *m_reports = new QFrame;
     QLabel *m_reportText = new QLabel;
     QPushButton *m_closeAnyway = new QPushButton(tr("Close &Without Saving"));
@@ -72,10 +74,11 @@ public:
     QString m_saveFailure;
 };
 
-PR_PreferenceDialog::Private::Private(PR_PreferenceDialog &window, PR_Preference &store)
+PR_PreferenceDialog::Private::Private(
+    PR_PreferenceDialog &window, PR_Preference &store, PR_DefinitionList const &definitions)
     : m_window(window)
-    , m_session(store)
-    , m_list(new PreferenceList(m_session, PR_DefinitionList(store)))
+    , m_session(store, definitions.preferenceSet())
+    , m_list(new PreferenceList(m_session, definitions))
 {
     window.setWindowTitle(tr("Preferences"));
     window.resize(880, 600);
@@ -90,6 +93,7 @@ PR_PreferenceDialog::Private::Private(PR_PreferenceDialog &window, PR_Preference
     right->addWidget(m_noMatch, 1);
     m_noMatch->setAlignment(Qt::AlignCenter);
     auto *const all = new QVBoxLayout(&window);
+    all->setSizeConstraint(QLayout::SetNoConstraint); // that of a high window would keep it from getting low
     all->addWidget(createReports());
     all->addLayout(createTop());
     all->addWidget(m_pageBox);
@@ -117,7 +121,7 @@ PR_PreferenceDialog::Private::Private(PR_PreferenceDialog &window, PR_Preference
     m_pages->setCurrentRow(0);
     refresh();
     showReports();
-    fitWidth();
+    fitSize();
 }
 
 void PR_PreferenceDialog::Private::addPages()
@@ -232,14 +236,10 @@ QWidget *PR_PreferenceDialog::Private::createExplanation()
     m_explanation->setTextFormat(Qt::RichText);
     m_explanation->setAlignment(Qt::AlignTop);
     m_explanation->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto *const area = new QScrollArea; // a fixed height, so that the rows stay where they are
-    area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(m_explanation);
-    area->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
-    area->setMinimumHeight(m_window.fontMetrics().lineSpacing() * 2);
-    area->setMaximumHeight(m_window.fontMetrics().lineSpacing() * 5);
-    return area;
+    m_explanationArea->setWidgetResizable(true);
+    m_explanationArea->setFocusPolicy(Qt::NoFocus);
+    m_explanationArea->setWidget(m_explanation);
+    return m_explanationArea;
 }
 
 QLayout *PR_PreferenceDialog::Private::createButtons()
@@ -349,17 +349,23 @@ void PR_PreferenceDialog::Private::confirmRestoreAll()
     question->open();
 }
 
-// A narrow window has no room for the list of pages.
-void PR_PreferenceDialog::Private::fitWidth()
+// A narrow window has no room for the list of pages, and a low one not for much around the rows.
+void PR_PreferenceDialog::Private::fitSize()
 {
-    bool const isWide = m_window.width() > 2 * m_pages->width() + m_window.fontMetrics().averageCharWidth() * 20;
+    QFontMetrics const metrics = m_window.fontMetrics();
+    bool const isWide = m_window.width() > 2 * m_pages->width() + metrics.averageCharWidth() * 20;
+    bool const isHigh = m_window.height() > metrics.lineSpacing() * 20;
     m_pages->setVisible(isWide);
     m_pageBox->setVisible(!isWide);
+    m_explanationArea->setFixedHeight(metrics.lineSpacing() * (isHigh ? 5 : 2));
+    int const gap = m_window.style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing) / (isHigh ? 1 : 3);
+    m_window.layout()->setSpacing(gap);
+    m_window.layout()->setContentsMargins(gap, gap, gap, gap);
 }
 
 PR_PreferenceDialog::PR_PreferenceDialog(PR_Preference &store, QWidget *parent)
     : QDialog(parent)
-    , d(std::make_unique<Private>(*this, store))
+    , d(std::make_unique<Private>(*this, store, PR_DefinitionList(store)))
 {
 }
 
@@ -425,5 +431,5 @@ bool PR_PreferenceDialog::event(QEvent *event)
 void PR_PreferenceDialog::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
-    d->fitWidth();
+    d->fitSize();
 }

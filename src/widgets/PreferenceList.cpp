@@ -16,16 +16,12 @@
 
 PreferenceList::PreferenceList(EditSession &session, PR_DefinitionList const &definitions, QWidget *parent)
     : QScrollArea(parent)
-    , m_form(new QFormLayout)
 {
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
     setFrameShape(QFrame::NoFrame);
-    m_form->setRowWrapPolicy(QFormLayout::WrapLongRows);
-    m_form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     auto *const lines = new QWidget;
-    lines->setLayout(m_form);
 
     // Definitions of one category may stand in several places: a set or an override adds to what is there.
     QHash<PR_PrefItem::Category, QList<PR_DefinitionList::Definition>> byCategory;
@@ -37,20 +33,17 @@ PreferenceList::PreferenceList(EditSession &session, PR_DefinitionList const &de
         byCategory[definition.category].append(definition);
     }
     for (PR_PrefItem::Category const category : m_categories) {
-        addHeading(m_categoryHeadings, nameOf(category));
-        QString group;
         for (auto const &definition : byCategory.value(category)) {
             PR_PrefItem const *const item = session.store().find(definition.key);
             if (!item)
                 continue;
-            if (definition.group != group)
-                addHeading(m_groupHeadings, PR_DefinitionList::translated(definition.key, definition.group));
-            group = definition.group;
             auto *const row = new PreferenceRow(session, definition, *item);
             m_rows.push_back(row);
-            m_form->addRow(row->label(), row);
+            for (QWidget *const widget : { static_cast<QWidget *>(row->label()), static_cast<QWidget *>(row) }) {
+                widget->setParent(lines);
+                widget->hide();
+            }
         }
-        m_groupHeadings.push_back({ m_rows.size(), nullptr });
     }
     setWidget(lines);
 }
@@ -70,32 +63,40 @@ QString PreferenceList::nameOf(PR_PrefItem::Category category)
 
 int PreferenceList::show(View const &view)
 {
-    std::vector<bool> isSeen;
+    setUpdatesEnabled(false);
+    for (QLabel *const heading : m_headings)
+        delete heading;
+    m_headings.clear();
+    delete m_form;
+    m_form = new QFormLayout(widget());
+    m_form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+
+    int count = 0;
+    FieldType::Definition const *previous = nullptr;
     for (PreferenceRow *const row : m_rows) {
-        bool const isIn = (!view.category || row->definition().category == *view.category)
+        auto const &definition = row->definition();
+        bool const isIn = (!view.category || definition.category == *view.category)
             && (!view.isChanged || row->isChanged()) && (!view.isLocked || row->isLocked())
             && (!view.isShortcut || row->isShortcut()) && (view.shortcut == 0 || row->shortcut() == view.shortcut)
             && row->matches(view.words);
-        isSeen.push_back(isIn);
-        if (isIn)
-            row->highlight(view.words);
-        m_form->setRowVisible(row, isIn);
+        row->label()->setVisible(isIn);
+        row->setVisible(isIn);
+        if (!isIn)
+            continue;
+        // A page has its groups as headings, all else the pages.
+        bool const isFirst = !previous || definition.category != previous->category;
+        if (view.category ? definition.group != (previous ? previous->group : QString()) : isFirst)
+            addHeading(view.category ? PR_DefinitionList::translated(definition.key, definition.group)
+                                     : nameOf(definition.category));
+        previous = &definition;
+        row->highlight(view.words);
+        m_form->addRow(row->label(), row);
+        ++count;
     }
-    auto const showHeadings = [&](std::vector<Heading> const &headings, bool areWanted) {
-        for (size_t i = 0; i < headings.size(); ++i) {
-            auto const end = i + 1 < headings.size() ? headings[i + 1].first : m_rows.size();
-            auto const begin = isSeen.begin();
-            bool const isOver =
-                std::find(begin + qsizetype(headings[i].first), begin + qsizetype(end), true) != begin + qsizetype(end);
-            if (headings[i].label)
-                m_form->setRowVisible(headings[i].label, areWanted && isOver);
-        }
-    };
-    showHeadings(m_categoryHeadings, !view.category);
-    showHeadings(m_groupHeadings, view.category.has_value());
     wrapLabels();
     verticalScrollBar()->setValue(0);
-    return int(std::count(isSeen.begin(), isSeen.end(), true));
+    setUpdatesEnabled(true);
+    return count;
 }
 
 void PreferenceList::refresh()
@@ -124,27 +125,36 @@ void PreferenceList::resizeEvent(QResizeEvent *event)
     wrapLabels();
 }
 
-void PreferenceList::addHeading(std::vector<Heading> &headings, QString const &text)
+void PreferenceList::addHeading(QString const &text)
 {
-    QLabel *label = nullptr;
-    if (!text.isEmpty()) {
-        label = new QLabel(text);
-        label->setTextFormat(Qt::PlainText);
-        QFont font = label->font();
-        font.setBold(true);
-        label->setFont(font);
-        m_form->addRow(label);
-    }
-    headings.push_back({ m_rows.size(), label });
+    auto *const heading = new QLabel(text);
+    heading->setTextFormat(Qt::PlainText);
+    QFont font = heading->font();
+    font.setBold(true);
+    heading->setFont(font);
+    m_form->addRow(heading);
+    m_headings.push_back(heading);
 }
 
-// A label is on one line as long as that fits into the window.
+// Labels stand beside the fields as long as all fit, else above them, and have several lines where one is too long.
 void PreferenceList::wrapLabels()
 {
+    if (!m_form)
+        return;
     int const room = viewport()->width() - m_form->contentsMargins().left() - m_form->contentsMargins().right();
-    for (PreferenceRow *const row : m_rows) {
+    int widest = 0, widestField = 0;
+    for (PreferenceRow const *const row : m_rows) {
+        if (row->isHidden())
+            continue;
         QLabel *const label = row->label();
+        label->setMinimumWidth(0);
         label->setWordWrap(false);
-        label->setWordWrap(label->sizeHint().width() > room);
+        int const width = label->sizeHint().width();
+        label->setWordWrap(width > room);
+        label->setMinimumWidth(width > room ? room : 0);
+        widest = qMax(widest, width);
+        widestField = qMax(widestField, row->minimumSizeHint().width());
     }
+    bool const areBeside = widest + m_form->horizontalSpacing() + widestField <= room;
+    m_form->setRowWrapPolicy(areBeside ? QFormLayout::DontWrapRows : QFormLayout::WrapAllRows);
 }

@@ -50,19 +50,13 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    /*! Stands over the rows from one on, up to the next heading of its kind. */
-    struct Heading {
-        size_t first;
-        QLabel *label;
-    };
-    void addHeading(std::vector<Heading> &headings, QString const &text);
+    void addHeading(QString const &text);
     void wrapLabels();
 
     std::vector<PreferenceRow *> m_rows;
     std::vector<PR_PrefItem::Category> m_categories;
-    std::vector<Heading> m_categoryHeadings;
-    std::vector<Heading> m_groupHeadings;
-    QFormLayout *m_form;
+    std::vector<QLabel *> m_headings; // of the view
+    QFormLayout *m_form = nullptr; // of the view: one that hides rows gets their heights wrong
 };
 
 #endif

@@ -307,10 +307,12 @@ QString PreferenceRow::origin() const
     std::unique_ptr<PR_PrefItem> const untouched(present->clone());
     untouched->defaultInUser();
     QString const text = m_type.text(*untouched, m_definition);
-    QString const source = m_definition.layer == PR_DefinitionList::Override ? tr("The default of the facility is %1.")
-        : m_definition.layer == PR_DefinitionList::PreferenceSet             ? tr("The default of the set is %1.")
-                                                                             : tr("The default is %1.");
-    return (isChanged() ? tr("Changed by you.") : tr("Not changed.")) + u' ' + source.arg(text);
+    QString const source = m_definition.layer == PR_DefinitionList::Override
+        ? tr("The default of the facility is %1.").arg(text)
+        : m_definition.layer == PR_DefinitionList::PreferenceSet
+        ? tr("The default of the set %1 is %2.").arg(m_session.preferenceSet, text)
+        : tr("The default is %1.").arg(text);
+    return (isChanged() ? tr("Changed by you.") : tr("Not changed.")) + u' ' + source;
 }
 
 QString PreferenceRow::conflict() const
@@ -394,6 +396,7 @@ void PreferenceRow::ask(QString const &question, QString const &answer, std::fun
     QPushButton *const cancel = add(tr("Cancel"), end);
     new QShortcut(Qt::Key_Escape, m_question, end, Qt::WidgetWithChildrenShortcut);
     layout()->addWidget(m_question);
+    m_question->show(); // at once, to take the focus
     cancel->setFocus();
 }
 
