@@ -2,21 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr">
 <context>
-    <name>BoolField</name>
+    <name>FieldType</name>
+    <message>
+        <source>(empty)</source>
+        <translation>(vide)</translation>
+    </message>
     <message>
         <source>on</source>
-        <translation type="unfinished"></translation>
+        <translation>activé</translation>
     </message>
     <message>
         <source>off</source>
-        <translation type="unfinished"></translation>
+        <translation>désactivé</translation>
+    </message>
+    <message>
+        <source>(none)</source>
+        <translation>(aucun)</translation>
+    </message>
+    <message>
+        <source>%1 (not installed)</source>
+        <translation>%1 (non installé)</translation>
     </message>
 </context>
 <context>
     <name>FolderEdit</name>
     <message>
         <source>Browse...</source>
-        <translation type="unfinished"></translation>
+        <translation>Parcourir...</translation>
     </message>
 </context>
 <context>
@@ -225,91 +237,92 @@ Sa copie de sauvegarde a été lue à la place.</translation>
     <name>PR_PreferenceDialog</name>
     <message>
         <source>Chan&amp;ged</source>
-        <translation type="unfinished"></translation>
+        <translation>Modifi&amp;és</translation>
     </message>
     <message>
         <source>&amp;Locked</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Verrouillés</translation>
     </message>
     <message>
         <source>No preference matches.</source>
-        <translation type="unfinished"></translation>
+        <translation>Aucune préférence ne correspond.</translation>
     </message>
     <message>
         <source>Close &amp;Without Saving</source>
-        <translation type="unfinished"></translation>
+        <translation>Fermer &amp;sans enregistrer</translation>
     </message>
     <message>
         <source>&amp;Restore All...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Tout rétablir...</translation>
     </message>
     <message>
         <source>Preferences</source>
-        <translation type="unfinished"></translation>
+        <translation>Préférences</translation>
     </message>
     <message>
         <source>The preferences could not be saved in %1: %2
 They stay in effect until the program ends; the file is as it was before.</source>
-        <translation type="unfinished"></translation>
+        <translation>Les préférences n’ont pas pu être enregistrées dans %1 : %2
+Elles restent en vigueur jusqu’à la fin du programme ; le fichier est tel qu’il était.</translation>
     </message>
     <message>
         <source>Pages</source>
-        <translation type="unfinished"></translation>
+        <translation>Pages</translation>
     </message>
     <message>
         <source>Shortcuts</source>
-        <translation type="unfinished"></translation>
+        <translation>Raccourcis</translation>
     </message>
     <message>
         <source>Search all pages</source>
-        <translation type="unfinished"></translation>
+        <translation>Chercher partout</translation>
     </message>
     <message>
         <source>Search</source>
-        <translation type="unfinished"></translation>
+        <translation>Chercher</translation>
     </message>
     <message>
         <source>&amp;Find by key:</source>
-        <translation type="unfinished"></translation>
+        <translation>Chercher par &amp;touche :</translation>
     </message>
     <message>
         <source>Press a key to see what it does; Backspace shows all.</source>
-        <translation type="unfinished"></translation>
+        <translation>Appuyez sur une touche pour voir ce qu’elle fait ; Retour arrière montre tout.</translation>
     </message>
     <message>
         <source>&amp;Dismiss</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ignorer</translation>
     </message>
     <message>
         <source>Undo</source>
-        <translation type="unfinished"></translation>
+        <translation>Annuler</translation>
     </message>
     <message>
         <source>Redo</source>
-        <translation type="unfinished"></translation>
+        <translation>Refaire</translation>
     </message>
     <message>
         <source>&amp;Close</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Fermer</translation>
     </message>
     <message>
         <source>Restore the defaults of all preferences.</source>
-        <translation type="unfinished"></translation>
+        <translation>Rétablit toutes les valeurs par défaut.</translation>
     </message>
     <message numerus="yes">
         <source>Restore the defaults of all %n changed preference(s), on every page?</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Rétablir la valeur par défaut de %n préférence modifiée, sur toutes les pages ?</numerusform>
+            <numerusform>Rétablir les valeurs par défaut des %n préférences modifiées, sur toutes les pages ?</numerusform>
         </translation>
     </message>
     <message>
         <source>&amp;Restore</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Rétablir</translation>
     </message>
     <message>
         <source>Restore All</source>
-        <translation type="unfinished"></translation>
+        <translation>Tout rétablir</translation>
     </message>
 </context>
 <context>
@@ -355,85 +368,67 @@ They stay in effect until the program ends; the file is as it was before.</sourc
     <name>PreferenceRow</name>
     <message>
         <source>Restore %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Rétablir %1</translation>
     </message>
     <message>
         <source>Change %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Modifier %1</translation>
     </message>
     <message>
         <source>Restore the default of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Rétablir la valeur par défaut de %1</translation>
     </message>
     <message>
         <source>Locked by the facility for everybody.</source>
-        <translation type="unfinished"></translation>
+        <translation>Verrouillé par le studio pour tout le monde.</translation>
     </message>
     <message>
         <source>The default of the facility is %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>La valeur par défaut du studio est %1.</translation>
     </message>
     <message>
         <source>The default of the set %1 is %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>La valeur par défaut du jeu %1 est %2.</translation>
     </message>
     <message>
         <source>The default is %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>La valeur par défaut est %1.</translation>
     </message>
     <message>
         <source>Changed by you.</source>
-        <translation type="unfinished"></translation>
+        <translation>Modifié par vous.</translation>
     </message>
     <message>
         <source>Not changed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Non modifié.</translation>
     </message>
     <message>
         <source>%1 is the shortcut of %2 too.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 est aussi le raccourci de %2.</translation>
     </message>
     <message>
         <source>%1 is the shortcut of %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 est le raccourci de %2.</translation>
     </message>
     <message>
         <source>%1 is the shortcut of %2, which the facility has locked.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 est le raccourci de %2, que le studio a verrouillé.</translation>
     </message>
     <message>
         <source>Take It From %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Le prendre à %1</translation>
     </message>
     <message>
         <source>%1 alone would act whenever it is typed outside of a text.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 seul agirait à chaque frappe hors d’un texte.</translation>
     </message>
     <message>
         <source>Use %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Utiliser %1</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>PreferenceSetField</name>
-    <message>
-        <source>%1 (not installed)</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>(none)</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>PreferenceSetField::Write</name>
-    <message>
-        <source>(none)</source>
-        <translation type="unfinished"></translation>
+        <translation>Annuler</translation>
     </message>
 </context>
 </TS>

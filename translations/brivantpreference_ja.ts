@@ -2,21 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja">
 <context>
-    <name>BoolField</name>
+    <name>FieldType</name>
+    <message>
+        <source>(empty)</source>
+        <translation>(空)</translation>
+    </message>
     <message>
         <source>on</source>
-        <translation type="unfinished"></translation>
+        <translation>オン</translation>
     </message>
     <message>
         <source>off</source>
-        <translation type="unfinished"></translation>
+        <translation>オフ</translation>
+    </message>
+    <message>
+        <source>(none)</source>
+        <translation>(なし)</translation>
+    </message>
+    <message>
+        <source>%1 (not installed)</source>
+        <translation>%1 (未インストール)</translation>
     </message>
 </context>
 <context>
     <name>FolderEdit</name>
     <message>
         <source>Browse...</source>
-        <translation type="unfinished"></translation>
+        <translation>参照...</translation>
     </message>
 </context>
 <context>
@@ -225,90 +237,91 @@ Its backup has been read instead.</source>
     <name>PR_PreferenceDialog</name>
     <message>
         <source>Chan&amp;ged</source>
-        <translation type="unfinished"></translation>
+        <translation>変更済み(&amp;G)</translation>
     </message>
     <message>
         <source>&amp;Locked</source>
-        <translation type="unfinished"></translation>
+        <translation>ロック済み(&amp;L)</translation>
     </message>
     <message>
         <source>No preference matches.</source>
-        <translation type="unfinished"></translation>
+        <translation>一致する環境設定はありません。</translation>
     </message>
     <message>
         <source>Close &amp;Without Saving</source>
-        <translation type="unfinished"></translation>
+        <translation>保存せずに閉じる(&amp;W)</translation>
     </message>
     <message>
         <source>&amp;Restore All...</source>
-        <translation type="unfinished"></translation>
+        <translation>すべて戻す(&amp;R)...</translation>
     </message>
     <message>
         <source>Preferences</source>
-        <translation type="unfinished"></translation>
+        <translation>環境設定</translation>
     </message>
     <message>
         <source>The preferences could not be saved in %1: %2
 They stay in effect until the program ends; the file is as it was before.</source>
-        <translation type="unfinished"></translation>
+        <translation>環境設定を %1 に保存できませんでした: %2
+プログラムの終了までは有効です。ファイルは以前のままです。</translation>
     </message>
     <message>
         <source>Pages</source>
-        <translation type="unfinished"></translation>
+        <translation>ページ</translation>
     </message>
     <message>
         <source>Shortcuts</source>
-        <translation type="unfinished"></translation>
+        <translation>ショートカット</translation>
     </message>
     <message>
         <source>Search all pages</source>
-        <translation type="unfinished"></translation>
+        <translation>すべてのページを検索</translation>
     </message>
     <message>
         <source>Search</source>
-        <translation type="unfinished"></translation>
+        <translation>検索</translation>
     </message>
     <message>
         <source>&amp;Find by key:</source>
-        <translation type="unfinished"></translation>
+        <translation>キーで検索(&amp;F):</translation>
     </message>
     <message>
         <source>Press a key to see what it does; Backspace shows all.</source>
-        <translation type="unfinished"></translation>
+        <translation>キーを押すと、その機能を表示します。Backspace キーですべてを表示します。</translation>
     </message>
     <message>
         <source>&amp;Dismiss</source>
-        <translation type="unfinished"></translation>
+        <translation>閉じる(&amp;D)</translation>
     </message>
     <message>
         <source>Undo</source>
-        <translation type="unfinished"></translation>
+        <translation>元に戻す</translation>
     </message>
     <message>
         <source>Redo</source>
-        <translation type="unfinished"></translation>
+        <translation>やり直す</translation>
     </message>
     <message>
         <source>&amp;Close</source>
-        <translation type="unfinished"></translation>
+        <translation>閉じる(&amp;C)</translation>
     </message>
     <message>
         <source>Restore the defaults of all preferences.</source>
-        <translation type="unfinished"></translation>
+        <translation>すべての環境設定を初期値に戻します。</translation>
     </message>
     <message numerus="yes">
         <source>Restore the defaults of all %n changed preference(s), on every page?</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>すべてのページの変更済みの環境設定 %n 件を初期値に戻しますか?</numerusform>
         </translation>
     </message>
     <message>
         <source>&amp;Restore</source>
-        <translation type="unfinished"></translation>
+        <translation>戻す(&amp;R)</translation>
     </message>
     <message>
         <source>Restore All</source>
-        <translation type="unfinished"></translation>
+        <translation>すべて戻す</translation>
     </message>
 </context>
 <context>
@@ -354,85 +367,67 @@ They stay in effect until the program ends; the file is as it was before.</sourc
     <name>PreferenceRow</name>
     <message>
         <source>Restore %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 を初期値に戻す</translation>
     </message>
     <message>
         <source>Change %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 の変更</translation>
     </message>
     <message>
         <source>Restore the default of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 を初期値に戻す</translation>
     </message>
     <message>
         <source>Locked by the facility for everybody.</source>
-        <translation type="unfinished"></translation>
+        <translation>施設によって全員に対してロックされています。</translation>
     </message>
     <message>
         <source>The default of the facility is %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>施設の初期値は %1 です。</translation>
     </message>
     <message>
         <source>The default of the set %1 is %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>セット %1 の初期値は %2 です。</translation>
     </message>
     <message>
         <source>The default is %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>初期値は %1 です。</translation>
     </message>
     <message>
         <source>Changed by you.</source>
-        <translation type="unfinished"></translation>
+        <translation>変更済みです。</translation>
     </message>
     <message>
         <source>Not changed.</source>
-        <translation type="unfinished"></translation>
+        <translation>変更されていません。</translation>
     </message>
     <message>
         <source>%1 is the shortcut of %2 too.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 は %2 のショートカットでもあります。</translation>
     </message>
     <message>
         <source>%1 is the shortcut of %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 は %2 のショートカットです。</translation>
     </message>
     <message>
         <source>%1 is the shortcut of %2, which the facility has locked.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 は、施設がロックした %2 のショートカットです。</translation>
     </message>
     <message>
         <source>Take It From %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 から取る</translation>
     </message>
     <message>
         <source>%1 alone would act whenever it is typed outside of a text.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 だけでは、テキスト以外で入力するたびに動作します。</translation>
     </message>
     <message>
         <source>Use %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 を使う</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>PreferenceSetField</name>
-    <message>
-        <source>%1 (not installed)</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>(none)</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>PreferenceSetField::Write</name>
-    <message>
-        <source>(none)</source>
-        <translation type="unfinished"></translation>
+        <translation>キャンセル</translation>
     </message>
 </context>
 </TS>

@@ -27,10 +27,9 @@ using namespace Qt::StringLiterals;
 namespace {
 using Definition = FieldType::Definition;
 
-QString tr(char const *text)
-{
-    return QCoreApplication::translate("FieldType", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(FieldType)
+};
 
 QString translated(Definition const &definition, QString const &text)
 {
@@ -45,7 +44,7 @@ QString suffixOf(Definition const &definition)
 
 QString orEmpty(QString const &text)
 {
-    return text.isEmpty() ? tr("(empty)") : text;
+    return text.isEmpty() ? Texts::tr("(empty)") : text;
 }
 
 // A box of texts that stand for values, which the data of its entries are. A value that is none of them is an entry of
@@ -74,7 +73,7 @@ struct BoolField {
         return box;
     }
     static void show(Widget &box, Item const &item) { box.setChecked(item.value()); }
-    static QString text(Item const &item, Definition const &) { return item.value() ? tr("on") : tr("off"); }
+    static QString text(Item const &item, Definition const &) { return item.value() ? Texts::tr("on") : Texts::tr("off"); }
 };
 
 // Numbers with names.
@@ -230,7 +229,7 @@ struct PreferenceSetField {
     template <class Write> static Widget *create(Item const &, Definition const &, Write const &write)
     {
         auto *const box = new QComboBox;
-        box->addItem(tr("(none)"), QString(u""_s));
+        box->addItem(Texts::tr("(none)"), QString(u""_s));
         for (QString const &name : PR_DefinitionList::preferenceSets())
             box->addItem(name, name);
         QObject::connect(box, &QComboBox::activated, box, [box, write] { write(box->currentData().toString()); });
@@ -238,11 +237,11 @@ struct PreferenceSetField {
     }
     static void show(Widget &box, Item const &item)
     {
-        showIn(box, item.value(), tr("%1 (not installed)").arg(item.value()));
+        showIn(box, item.value(), Texts::tr("%1 (not installed)").arg(item.value()));
     }
     static QString text(Item const &item, Definition const &)
     {
-        return item.value().isEmpty() ? tr("(none)") : item.value();
+        return item.value().isEmpty() ? Texts::tr("(none)") : item.value();
     }
 };
 

@@ -39,11 +39,14 @@ TEST_F(TranslationsTest, EachMessageOfTheLibraryIsTranslatedInFull)
         QString const copy = path(file.fileName());
         ASSERT_TRUE(QFile::copy(file.filePath(), copy));
         QProcess lupdate;
-        lupdate.start(QStringLiteral(LUPDATE_PROGRAM), { QStringLiteral(BRIVANT_SOURCES), u"-ts"_s, copy });
+        bool const isEnglish = file.fileName().contains(u"_en"_s); // whose plurals alone are translated
+        lupdate.start(QStringLiteral(LUPDATE_PROGRAM),
+            QStringList{ QStringLiteral(BRIVANT_SOURCES), u"-ts"_s, copy }
+                + (isEnglish ? QStringList{ u"-pluralonly"_s } : QStringList()));
         ASSERT_TRUE(lupdate.waitForFinished() && lupdate.exitCode() == 0) << lupdate.readAllStandardError().constData();
 
         QDomNodeList const messages = xmlElement(readFile(file.fileName())).elementsByTagName(u"message"_s);
-        EXPECT_GT(messages.size(), 10);
+        EXPECT_GT(messages.size(), isEnglish ? 0 : 10);
         for (int i = 0; i < messages.size(); ++i) {
             QDomElement const translation = messages.at(i).firstChildElement(u"translation"_s);
             QString const source = messages.at(i).firstChildElement(u"source"_s).text();
