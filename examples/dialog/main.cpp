@@ -2,8 +2,6 @@
 //
 //     example_dialog [--user FILE] [--install FOLDER]
 
-#include "KeyFrameItem.h"
-
 #include <HostPlatform.h>
 #include <PR_Preference.h>
 #include <PR_PreferenceDialog.h>
@@ -42,7 +40,6 @@ int main(int argc, char **argv)
         unsigned(qMax(0, int(QFontDatabase::families().indexOf(QFontInfo(QApplication::font()).family()))));
 
     PR_ReportCollector const reports; // so that the dialog can show what the load has to say
-    KeyFrameItem::registerType(); // the example's own type must be known before the definitions are read
     std::unique_ptr<PR_Preference> const store(PR_Preference::createPreference(options.value(u"user"_s)));
     if (store->getErrorCode() != PR_Preference::NoError) {
         std::fprintf(stderr, "No preferences: %s\n", qUtf8Printable(store->getErrorMessage().getText()));

@@ -22,7 +22,7 @@ public:
 
     /*! A number that has a name. */
     struct Choice {
-        int value;
+        int value; /*!< The number. */
         QString name; /*!< In English, as all texts here; translated() gives that to show. */
     };
 

@@ -1,4 +1,4 @@
-#include "EditSession.h"
+#include "EditSession_p.h"
 
 #include <PR_DefinitionList.h>
 #include <PR_DoubleItem.h>

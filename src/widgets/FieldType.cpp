@@ -1,6 +1,6 @@
-#include "FieldType.h"
+#include "FieldType_p.h"
 
-#include "FieldWidgets.h"
+#include "FieldWidgets_p.h"
 
 #include <PR_BoolItem.h>
 #include <PR_DoubleItem.h>

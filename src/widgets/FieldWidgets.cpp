@@ -1,4 +1,4 @@
-#include "FieldWidgets.h"
+#include "FieldWidgets_p.h"
 
 #include <QColorDialog>
 #include <QCompleter>

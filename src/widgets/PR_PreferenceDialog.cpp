@@ -1,10 +1,10 @@
 #include "PR_PreferenceDialog.h"
 
-#include "EditSession.h"
-#include "FieldWidgets.h"
+#include "EditSession_p.h"
+#include "FieldWidgets_p.h"
 #include "PR_ReportCollector.h"
-#include "PreferenceList.h"
-#include "PreferenceRow.h"
+#include "PreferenceList_p.h"
+#include "PreferenceRow_p.h"
 
 #include <PR_DefinitionList.h>
 #include <PR_Preference.h>

@@ -16,7 +16,7 @@ class BRIVANT_PREFERENCEWIDGETS_EXPORT PR_ReportCollector : public QObject {
     Q_OBJECT
 
 public:
-    explicit PR_ReportCollector(QObject *parent = nullptr);
+    explicit PR_ReportCollector(QObject *parent = nullptr); /*!< Keeps what comes from now on. */
     ~PR_ReportCollector() override; /*!< The earlier receiver has its place again. */
 
     /*! The one that was made last; null when there is none. */

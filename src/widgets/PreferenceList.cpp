@@ -1,7 +1,7 @@
-#include "PreferenceList.h"
+#include "PreferenceList_p.h"
 
-#include "EditSession.h"
-#include "PreferenceRow.h"
+#include "EditSession_p.h"
+#include "PreferenceRow_p.h"
 
 #include <PR_DefinitionList.h>
 #include <PR_Preference.h>

@@ -1,7 +1,7 @@
-#include "PreferenceRow.h"
+#include "PreferenceRow_p.h"
 
-#include "EditSession.h"
-#include "FieldWidgets.h"
+#include "EditSession_p.h"
+#include "FieldWidgets_p.h"
 
 #include <PR_KeyItem.h>
 #include <PR_Preference.h>

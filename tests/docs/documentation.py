@@ -5,8 +5,9 @@ documentation.py pieces FOLDER FILE...   writes a C++ source into FOLDER for eac
 documentation.py texts FILE...           parses the pieces in xml, follows the links, knows the languages of all pieces
 documentation.py recipes BUILD FILE...   installs BUILD, runs the pieces in console and compares what they print
 
-A piece in cpp is the body of a function, to which all public headers are known unless it has includes of its own. A
-comment before it can give the function parameters, or say that the piece stands outside of any function:
+A piece in cpp is the body of a function, to which all public headers but those of widgets are known unless it has
+includes of its own. A comment before it can give the function parameters, or say that the piece stands outside of any
+function:
 <!-- given: PR_Preference *store --> and <!-- file scope -->.
 
 A piece in console holds commands, each behind "$ ", with what they print on either stream. A command goes on behind a
@@ -78,7 +79,8 @@ def source_of(piece):
             includes.append(f'#line {piece.line + index} "{piece.file}"\n{line}')
             body[index] = ""
     if not includes:
-        headers = sorted(path.name for path in SOURCE.glob("src/*/*.h") if not path.stem.endswith("_p"))
+        headers = sorted(path.name for path in SOURCE.glob("src/*/*.h")
+                         if not path.stem.endswith("_p") and path.parent.name != "widgets")
         includes = [f"#include <{header}>" for header in headers]
     function = f"void {name}({parameters[1] if parameters else ''})"
     begin = f"namespace {name}" if piece.comment == "file scope" else function

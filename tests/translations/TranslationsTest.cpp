@@ -70,6 +70,8 @@ TEST_F(TranslationsTest, ReportsAreInTheLanguageOfTheHost)
     host.installFolder = installFolder;
     QStringList texts{ u"Unable to parse prefereces file (%1)"_s.arg(path(u"install/resources/prefs.xml"_s)) };
     for (QFileInfo const &file : translationFiles()) {
+        if (file.fileName().contains(u"_en"_s)) // has plurals alone
+            continue;
         QTranslator translator;
         ASSERT_TRUE(translator.load(file.completeBaseName(), shipped)) << shipped;
         QCoreApplication::installTranslator(&translator); // removed by its destructor

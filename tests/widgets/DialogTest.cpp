@@ -582,6 +582,9 @@ TEST_F(DialogTest, FitsAndIsReadable)
                     u"%1-%2-%3"_s.arg(QLatin1String(look.name), QLatin1String(size.name), pages()[page])
                         .replace(u' ', u'-');
                 EXPECT_TRUE(dialog->grab().save(QStringLiteral(PICTURES "/") + name + ".png"_L1));
+                if (qEnvironmentVariableIsSet("PREFS_UPDATE_EXPECTED") && name == u"light-usual-Timeline"_s) {
+                    EXPECT_TRUE(dialog->grab().save(QStringLiteral(README_PICTURE)));
+                }
                 for (QString const &key : visibleKeys()) {
                     QWidget const *const shown = dialog->findChild<QWidget *>(key);
                     EXPECT_GE(shown->width(), qMin(shown->minimumSizeHint().width(), 300)) << name << key;

@@ -1,5 +1,5 @@
-#ifndef FIELDWIDGETS_H
-#define FIELDWIDGETS_H
+#ifndef FIELDWIDGETS_P_H
+#define FIELDWIDGETS_P_H
 
 #include <QColor>
 #include <QDoubleSpinBox>

@@ -1,5 +1,5 @@
-#ifndef FIELDTYPE_H
-#define FIELDTYPE_H
+#ifndef FIELDTYPE_P_H
+#define FIELDTYPE_P_H
 
 #include <PR_DefinitionList.h>
 

@@ -1,5 +1,5 @@
-#ifndef EDITSESSION_H
-#define EDITSESSION_H
+#ifndef EDITSESSION_P_H
+#define EDITSESSION_P_H
 
 #include <QHash>
 #include <QObject>

@@ -1,7 +1,7 @@
-#ifndef PREFERENCEROW_H
-#define PREFERENCEROW_H
+#ifndef PREFERENCEROW_P_H
+#define PREFERENCEROW_P_H
 
-#include "FieldType.h"
+#include "FieldType_p.h"
 
 #include <QLabel>
 #include <QWidget>

@@ -1,5 +1,5 @@
-#ifndef PREFERENCELIST_H
-#define PREFERENCELIST_H
+#ifndef PREFERENCELIST_P_H
+#define PREFERENCELIST_P_H
 
 #include <PR_PrefItem.h>
 
