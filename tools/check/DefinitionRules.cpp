@@ -29,10 +29,11 @@ QStringList const &types()
 QStringList attributesOf(QString const &type)
 {
     QStringList const names = ConditionSet::attributes() + ValueRules::valueAttributes(type)
-        + QStringList{ u"shortDesc"_s, u"longDesc"_s, u"facilityOverride"_s };
+        + QStringList{ u"group"_s, u"shortDesc"_s, u"longDesc"_s, u"facilityOverride"_s };
+    QStringList const ofNumbers{ u"min"_s, u"max"_s, u"unit"_s };
     if (type == "int"_L1)
-        return names + QStringList{ u"min"_s, u"max"_s };
-    return type == "double"_L1 ? names + QStringList{ u"percentage"_s } : names;
+        return names + ofNumbers + QStringList{ u"choices"_s };
+    return type == "double"_L1 ? names + ofNumbers + QStringList{ u"percentage"_s } : names;
 }
 
 bool isCached(QString const &key)
@@ -171,8 +172,10 @@ void checkLeftOff(Findings &findings, PR_Element const &element, PR_Element cons
         bool const isCondition = ConditionSet::attributes().contains(attribute);
         return definition.hasAttribute(attribute) || (isCondition && definition.parent->hasAttribute(attribute));
     };
-    for (QString const &attribute : QStringList{ u"min"_s, u"max"_s, u"percentage"_s, u"shortDesc"_s, u"longDesc"_s }
-            + ConditionSet::attributes()) {
+    QStringList kept = QStringList{ u"percentage"_s, u"shortDesc"_s, u"longDesc"_s } + ConditionSet::attributes();
+    if (element.name == u"int") // of a double, an editor keeps them
+        kept = QStringList{ u"min"_s, u"max"_s } + kept;
+    for (QString const &attribute : std::as_const(kept)) {
         if (has(known, attribute) && !has(element, attribute))
             gone.append(attribute);
     }

@@ -35,6 +35,7 @@ constexpr RuleText rules[] = {
     { "reversed-range", error, none, "The minimum is above the maximum." },
     { "outside-range", error, warning, "The value is outside of the range that an editor offers." },
     { "outside-percentage", warning, warning, "A percentage is a number from 0 to 1." },
+    { "bad-choices", error, none, "The names of numbers are as in \"0=Never; 1=Always\", the default among them." },
     { "outside-channel", error, error, "A part of a color is outside 0 to 255, and is taken modulo 256." },
     { "unreadable-shortcut", error, error, "The text is not one key, with or without modifiers." },
     { "same-shortcut", warning, none, "Another preference has the same shortcut under the same conditions." },

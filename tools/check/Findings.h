@@ -32,6 +32,7 @@ enum class Rule {
     ReversedRange,
     OutsideRange,
     OutsidePercentage,
+    BadChoices,
     OutsideChannel,
     UnreadableShortcut,
     SameShortcut,

@@ -54,7 +54,7 @@ void checkElement(
         return;
     if (item->hasFacilityOverride(false))
         findings.add(Rule::DroppedByLock, element, u"%1 locks the key"_s.arg(definitions.placeOf(*definition)), kId);
-    ValueRules::checkUserValue(findings, element, *item);
+    ValueRules::checkUserValue(findings, element, *item, definition);
 }
 } // namespace
 

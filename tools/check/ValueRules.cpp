@@ -3,6 +3,7 @@
 #include "Application.h"
 #include "NearestWord_p.h"
 
+#include "PR_DefinitionList.h"
 #include "PR_ItemSet_p.h"
 #include "PR_PrefConstants.h"
 
@@ -63,6 +64,43 @@ void checkRange(Findings &findings, PR_Element const &element, PR_IntItem const 
     int const value = item.value(), least = item.minValue(), most = item.maxValue();
     if (least <= most && (value < least || value > most))
         findings.add(Rule::OutsideRange, element, u"%1 is outside %2 to %3"_s.arg(value).arg(least).arg(most), kValue);
+}
+
+// What lies outside of the limits of a double, which the item does not know.
+void checkLimits(Findings &findings, PR_Element const &element, PR_Element const &definition, double value)
+{
+    auto const check = [&](QString const &attribute, bool isLeast) {
+        bool isNumber = false;
+        double const limit = textOf(definition, attribute).toDouble(&isNumber);
+        if (isNumber && (isLeast ? value < limit : value > limit))
+            findings.add(Rule::OutsideRange, element,
+                u"%1 is %2 %3"_s.arg(
+                    QString::number(value), isLeast ? u"below"_s : u"above"_s, textOf(definition, attribute)),
+                kValue);
+    };
+    check(u"min"_s, true);
+    check(u"max"_s, false);
+}
+
+void checkChoices(Findings &findings, PR_Element const &element, PR_IntItem const &item)
+{
+    QString const attribute = u"choices"_s;
+    auto const wrong = [&](QString const &text) { findings.add(Rule::BadChoices, element, text, attribute); };
+    if (!element.hasAttribute(attribute))
+        return;
+    QString const text = textOf(element, attribute);
+    auto const choices = PR_DefinitionList::choicesOf(text);
+    if (!choices)
+        return wrong(
+            u"\"%1\" is no list of different numbers and their names, as \"0=Never; 1=Always\" is"_s.arg(text));
+    bool hasDefault = false;
+    for (auto const &choice : *choices) {
+        hasDefault = hasDefault || choice.value == item.value();
+        if (choice.value < item.minValue() || choice.value > item.maxValue())
+            wrong(u"%1 is outside %2 to %3"_s.arg(choice.value).arg(item.minValue()).arg(item.maxValue()));
+    }
+    if (!hasDefault)
+        wrong(u"the default %1 has no name"_s.arg(item.value()));
 }
 
 void checkPercentage(Findings &findings, PR_Element const &element, PR_DoubleItem const &item)
@@ -178,10 +216,23 @@ void ValueRules::checkDefault(Findings &findings, PR_Element const &definition, 
                 u"the minimum %1 is above the maximum %2"_s.arg(whole->minValue()).arg(whole->maxValue()), u"min"_s);
         if (checkNumber(findings, definition, kValue) && hasMinimum && hasMaximum)
             checkRange(findings, definition, *whole);
+        checkChoices(findings, definition, *whole);
     } else if (auto const *number = as<PR_DoubleItem>(item)) {
         expected = QStringList{ kValue };
-        if (checkNumber(findings, definition, kValue))
+        bool const hasMinimum = checkNumber(findings, definition, u"min"_s) && definition.hasAttribute(u"min");
+        bool const hasMaximum = checkNumber(findings, definition, u"max"_s) && definition.hasAttribute(u"max");
+        bool const isReversed = hasMinimum && hasMaximum
+            && definition.attribute(u"min").toDouble() > definition.attribute(u"max").toDouble();
+        if (isReversed)
+            findings.add(Rule::ReversedRange, definition,
+                u"the minimum %1 is above the maximum %2"_s.arg(
+                    textOf(definition, u"min"_s), textOf(definition, u"max"_s)),
+                u"min"_s);
+        if (checkNumber(findings, definition, kValue)) {
             checkPercentage(findings, definition, *number);
+            if (!isReversed)
+                checkLimits(findings, definition, definition, number->value());
+        }
         checkFlag(findings, definition, u"percentage"_s, Rule::BadFlag);
     } else if (as<PR_RgbaItem>(item)) {
         expected = QStringList{ kRed, kGreen, kBlue };
@@ -198,10 +249,11 @@ void ValueRules::checkDefault(Findings &findings, PR_Element const &definition, 
     checkFlag(findings, definition, u"facilityOverride"_s, Rule::BadFlag, Qt::CaseInsensitive);
 }
 
-void ValueRules::checkUserValue(Findings &findings, PR_Element const &element, PR_PrefItem &definition)
+void ValueRules::checkUserValue(
+    Findings &findings, PR_Element const &element, PR_PrefItem &ofDefinition, PR_Element const *definition)
 {
     QString const text = element.value().toString();
-    std::unique_ptr<PR_PrefItem> const item(definition.clone());
+    std::unique_ptr<PR_PrefItem> const item(ofDefinition.clone());
     item->removeFacilityOverride();
     PR_ItemTypes::Row const *const row = PR_ItemSet::Entry(item.get()).exactRow();
     if (!row || !row->load(item.get(), element))
@@ -209,17 +261,19 @@ void ValueRules::checkUserValue(Findings &findings, PR_Element const &element, P
             u"\"%1\" is no %2: %3"_s.arg(
                 text, item->getTag(), as<PR_IntItem>(*item) ? "a whole number"_L1 : "a number"_L1),
             kValue);
-    if (auto const *whole = as<PR_IntItem>(*item))
+    if (auto const *whole = as<PR_IntItem>(*item)) {
         checkRange(findings, element, *whole);
-    else if (auto const *number = as<PR_DoubleItem>(*item))
+    } else if (auto const *number = as<PR_DoubleItem>(*item)) {
         checkPercentage(findings, element, *number);
-    else if (as<PR_BoolItem>(*item) && text != "Y"_L1 && text != "N"_L1)
+        if (definition)
+            checkLimits(findings, element, *definition, number->value());
+    } else if (as<PR_BoolItem>(*item) && text != "Y"_L1 && text != "N"_L1) {
         findings.add(Rule::BadValue, element, u"\"%1\" is no bool: Y or N; it counts as N"_s.arg(text), kValue);
-    else if (as<PR_KeyItem>(*item))
+    } else if (as<PR_KeyItem>(*item)) {
         checkShortcut(findings, element, *item, text);
-    else if (as<PR_FontItem>(*item))
+    } else if (as<PR_FontItem>(*item)) {
         checkFont(findings, element, text);
-    else if (as<PR_RgbaItem>(*item)) {
+    } else if (as<PR_RgbaItem>(*item)) {
         for (QString const &channel : valueAttributes(u"color")) {
             if (!element.hasAttribute(channel))
                 findings.add(Rule::MissingValue, element, u"\"%1\" is missing and counts as 0"_s.arg(channel));

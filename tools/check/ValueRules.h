@@ -19,8 +19,10 @@ void checkAttributes(Findings &findings, PR_Element const &element, QStringList 
 /*! An element of an item holds more than, in the "cdata" form of a user's file, its value. */
 void checkContent(Findings &findings, PR_Element const &element, bool mayHoldSection);
 void checkDefault(Findings &findings, PR_Element const &definition, PR_PrefItem const &item);
-/*! What is wrong with a user's value for the item of a definition, which stays as it is. */
-void checkUserValue(Findings &findings, PR_Element const &element, PR_PrefItem &definition);
+/*! What is wrong with a user's value for the item of a definition, which stays as it is; with the definition, also by
+    what the item does not know. */
+void checkUserValue(
+    Findings &findings, PR_Element const &element, PR_PrefItem &ofDefinition, PR_Element const *definition = nullptr);
 } // namespace ValueRules
 
 #endif

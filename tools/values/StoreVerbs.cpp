@@ -3,6 +3,7 @@
 #include "PrefsStore.h"
 #include "ValueText.h"
 
+#include "PR_DefinitionList.h"
 #include "PR_DoubleItem.h"
 #include "PR_FontItem.h"
 #include "PR_IntItem.h"
@@ -50,10 +51,26 @@ void Verbs::describe(Call const &call)
     line("Category", PR_PrefItem::getCategoryString(item.getCategory()));
     line("Value", item.valueAsString());
     line("Default", item.defaultValueAsString());
+    PR_DefinitionList const definitions(store);
+    PR_DefinitionList::Definition const *const definition = definitions.find(item.getKey());
     if (auto const *number = dynamic_cast<PR_IntItem const *>(&item))
         line("Range", u"%1 to %2"_s.arg(number->minValue()).arg(number->maxValue()));
-    if (auto const *number = dynamic_cast<PR_DoubleItem const *>(&item))
+    if (auto const *number = dynamic_cast<PR_DoubleItem const *>(&item)) {
+        auto const text = [](std::optional<double> limit) { return limit ? QString::number(*limit) : u"any"_s; };
+        if (definition && (definition->minimum || definition->maximum))
+            line("Range", u"%1 to %2"_s.arg(text(definition->minimum), text(definition->maximum)));
         line("Percentage", yesOrNo(number->percentage()));
+    }
+    if (definition && !definition->unit.isEmpty())
+        line("Unit", definition->unit);
+    if (definition && !definition->choices.isEmpty()) {
+        QStringList choices;
+        for (auto const &choice : definition->choices)
+            choices.append(u"%1=%2"_s.arg(choice.value).arg(choice.name));
+        line("Choices", choices.join("; "_L1));
+    }
+    if (definition && !definition->group.isEmpty())
+        line("Group", definition->group);
     if (auto const *font = dynamic_cast<PR_FontItem const *>(&item))
         line("Choices", font->EnumNameList().join(", "_L1));
     line("Locked", yesOrNo(item.hasFacilityOverride(false)));
