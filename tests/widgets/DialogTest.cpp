@@ -577,7 +577,7 @@ TEST_F(DialogTest, FitsAndIsReadable)
             EXPECT_TRUE(dialog->size() == size.size);
             for (int page = 0; page < pages().size(); ++page) {
                 field<QListWidget>("pages")->setCurrentRow(page);
-                QTest::qWait(5);
+                QTest::qWait(15);
                 QString const name =
                     u"%1-%2-%3"_s.arg(QLatin1String(look.name), QLatin1String(size.name), pages()[page])
                         .replace(u' ', u'-');
