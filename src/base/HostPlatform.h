@@ -65,9 +65,9 @@ public:
         only look. */
     bool readOnly = false;
 
-    /*! Gives a text of a definition, such as a label or a description of the preference \a key, in the language of the
-        user; an empty one where there is no translation. Asked by editors; when empty, they show the texts themselves.
-     */
+    /*! Gives a text of a definition in the language of the user; an empty one where there is no translation. \a key is
+        the preference whose label, description or choice it is, and empty for groups and units, which many share. Asked
+        by editors; when empty, they show the texts themselves. */
     std::function<QString(QString const &key, QString const &text)> translateDefinition;
 
     /*! Receives each report once; when empty, reports go to the logging category "brivant.preference". */

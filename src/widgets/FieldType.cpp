@@ -39,7 +39,7 @@ QString translated(Definition const &definition, QString const &text)
 // What stands behind a number.
 QString suffixOf(Definition const &definition)
 {
-    return definition.unit.isEmpty() ? QString() : u' ' + translated(definition, definition.unit);
+    return definition.unit.isEmpty() ? QString() : u' ' + PR_DefinitionList::translated({}, definition.unit);
 }
 
 QString orEmpty(QString const &text)
@@ -73,7 +73,10 @@ struct BoolField {
         return box;
     }
     static void show(Widget &box, Item const &item) { box.setChecked(item.value()); }
-    static QString text(Item const &item, Definition const &) { return item.value() ? Texts::tr("on") : Texts::tr("off"); }
+    static QString text(Item const &item, Definition const &)
+    {
+        return item.value() ? Texts::tr("on") : Texts::tr("off");
+    }
 };
 
 // Numbers with names.

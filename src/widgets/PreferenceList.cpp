@@ -86,8 +86,8 @@ int PreferenceList::show(View const &view)
         // A page has its groups as headings, all else the pages.
         bool const isFirst = !previous || definition.category != previous->category;
         if (view.category ? definition.group != (previous ? previous->group : QString()) : isFirst)
-            addHeading(view.category ? PR_DefinitionList::translated(definition.key, definition.group)
-                                     : nameOf(definition.category));
+            addHeading(
+                view.category ? PR_DefinitionList::translated({}, definition.group) : nameOf(definition.category));
         previous = &definition;
         row->highlight(view.words);
         m_form->addRow(row->label(), row);

@@ -525,7 +525,9 @@ TEST_F(DialogTest, TellsOfAFailedSave)
 TEST_F(DialogTest, SpeaksTheUsersLanguage)
 {
     host.translateDefinition = [](QString const &key, QString const &text) {
-        return key == "INT"_L1 && text == "cells"_L1 ? u"cases"_s : QString();
+        return key.isEmpty() && text == "cells"_L1        ? u"cases"_s
+            : key == "INT"_L1 && text == "Held cells."_L1 ? u"Cases tenues."_s
+                                                          : QString();
     };
     for (auto const &[language, changed] : { std::pair(u"fr"_s, u"Modifi"_s), std::pair(u"ja"_s, u"変更"_s) }) {
         QTranslator translator;
@@ -536,7 +538,8 @@ TEST_F(DialogTest, SpeaksTheUsersLanguage)
         EXPECT_TRUE(field<QCheckBox>("changed")->text().remove(u'&').contains(changed))
             << field<QCheckBox>("changed")->text();
         show("INT");
-        EXPECT_TRUE(explanation().contains(u"Held cells."_s)) << "English where there is no translation";
+        EXPECT_TRUE(explanation().contains(u"<b>Cells &amp; frames</b>"_s)) << "English where there is no translation";
+        EXPECT_TRUE(explanation().contains(u"Cases tenues."_s)) << explanation();
         QCoreApplication::removeTranslator(&translator);
     }
 }

@@ -99,20 +99,6 @@ std::vector<Finding> check(QString const &path, CheckedFiles &files)
         file = PR_XmlFile::read(path, PR_Loader::MaximumDefinitions);
     return findingsOf(file, layer, files);
 }
-
-// The definition files of the installation, those that are there.
-QStringList filesOfInstallation(QString const &candidate)
-{
-    QFileInfo const anySet(PR_Loader::setPath(u"*"_s));
-    QStringList files{ PR_Loader::mainPath(), PR_Loader::localPath(),
-        candidate.isEmpty() ? PR_Loader::overridePath() : candidate };
-    for (QFileInfo const &set : anySet.dir().entryInfoList({ anySet.fileName() }, QDir::Files))
-        files.append(set.filePath());
-    files.erase(
-        std::remove_if(files.begin() + 1, files.end(), [](QString const &file) { return !QFile::exists(file); }),
-        files.end()); // without the first one there is no installation
-    return files;
-}
 } // namespace
 
 std::vector<Finding> findingsOf(PR_XmlFile const &file, PR_LoadObserver::Layer layer, CheckedFiles &files)
@@ -150,7 +136,7 @@ void Verbs::check(Call const &call)
     QJsonArray array;
     qsizetype errors = 0;
     qsizetype warnings = 0;
-    for (QString const &file : call.arguments.isEmpty() ? filesOfInstallation(candidate) : call.arguments) {
+    for (QString const &file : call.arguments.isEmpty() ? Installation::files(candidate) : call.arguments) {
         for (Finding const &finding : ::check(file, files)) {
             if (ignored.contains(QLatin1String(textOf(finding.rule).name)))
                 continue;

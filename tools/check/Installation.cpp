@@ -2,6 +2,9 @@
 
 #include "Command.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -132,4 +135,17 @@ QString Installation::nearestTo(QString const &key)
         m_keys.emplace(keys);
     }
     return m_keys->to(key);
+}
+
+QStringList Installation::files(QString const &candidate)
+{
+    QFileInfo const anySet(PR_Loader::setPath(u"*"_s));
+    QStringList files{ PR_Loader::mainPath(), PR_Loader::localPath(),
+        candidate.isEmpty() ? PR_Loader::overridePath() : candidate };
+    for (QFileInfo const &set : anySet.dir().entryInfoList({ anySet.fileName() }, QDir::Files))
+        files.append(set.filePath());
+    files.erase(
+        std::remove_if(files.begin() + 1, files.end(), [](QString const &file) { return !QFile::exists(file); }),
+        files.end()); // without the first one there is no installation
+    return files;
 }

@@ -50,6 +50,9 @@ public:
         installed override; an empty text leaves it. */
     Installation(bool local, QString candidate);
 
+    /*! The definition files that are there, of both stores, with the sets and the override. */
+    static QStringList files(QString const &candidate = {});
+
     bool isOfMachine() const { return m_isLocal; }
     /*! The main files of both stores: sets and overrides are laid over both. */
     std::vector<Definitions const *> mainFiles();

@@ -58,6 +58,7 @@ void keys(Call const &call);
 void checkSources(Call const &call);
 void cached(Call const &call);
 void scenes(Call const &call);
+void texts(Call const &call);
 } // namespace Verbs
 
 #endif

@@ -70,6 +70,9 @@ std::vector<Verb> const &CommandTable::verbs()
             "Which reads and writes of C++ sources do not fit the definitions.",
             "A FILE may be a folder. Of each read, write, find and restoreDefault with a literal key: whether the key "
             "has a definition, of the type that the function reads, and whether a literal default is its default." },
+        { "texts", "", "ts", Verbs::texts, "Writes the texts of the definitions for translators.",
+            "What the file has of translations stays; those of texts that no definition has any more are kept as "
+            "vanished. A host translates with the context \"Preferences\" and the key as the disambiguation." },
         { "cached", "", "", Verbs::cached, "Accessor, key, type and value of each cached value." },
         { "scenes", "", "", Verbs::scenes, "Recent scenes: key, last use, cache, and whether it goes next." },
     };
@@ -95,6 +98,7 @@ std::vector<Option> const &CommandTable::options()
         { "header", "", "Write a C++ header." },
         { "namespace", "WORD", "The namespace of the keys; Keys by default." },
         { "unused", "", "Also the keys of definitions that no source names." },
+        { "ts", "FILE", "The file for Qt Linguist, such as preferences_fr.ts." },
         { "dry-run", "", "Save nothing: show key, present and new value of what would change." },
         { "json", "", "Write JSON." },
         { "install", "DIR", "Folder that holds \"resources\"; by default that of this installation." },

@@ -11,12 +11,26 @@
 #include <QCommandLineParser>
 #include <QTextStream>
 
+#include <cstdio>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 QString yesOrNo(bool value)
 {
     return value ? u"yes"_s : u"no"_s;
+}
+// Tells which preferences have the shortcut of an item too.
+void warnOfShortcut(PrefsStore const &store, PR_PrefItem const &item)
+{
+    QString const text = item.valueAsString();
+    if (item.getType() != PR_PrefItem::Shortcut || text.isEmpty())
+        return;
+    for (PR_PrefItem const *other : store) {
+        if (other != &item && other->getType() == PR_PrefItem::Shortcut && other->valueAsString() == text)
+            std::fprintf(stderr, "prefs: %s is the shortcut of %s too.\n", qUtf8Printable(text),
+                qUtf8Printable(ValueText::escaped(other->getKey())));
+    }
 }
 } // namespace
 
@@ -89,6 +103,7 @@ void Verbs::set(Call const &call)
         throw Failure{ ExitStatus::NotAValue, ValueText::refusal(item, text) };
     if (outcome == ValueText::Changed)
         store.saveNow();
+    warnOfShortcut(store, item);
 }
 
 void Verbs::reset(Call const &call)
