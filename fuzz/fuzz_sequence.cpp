@@ -3,6 +3,8 @@
 #include "FaultyFiles.h"
 #include "FuzzStore.h"
 
+#include "PR_PrefItem.h"
+
 #include <QFile>
 
 #include <map>
@@ -17,6 +19,13 @@ constexpr int keyCount = 4;
 QString keyOf(int number)
 {
     return u"SEQ"_s + QString::number(number);
+}
+
+// The value that a store would save.
+int valueIn(PR_Preference const &store, int key)
+{
+    PR_PrefItem const *const item = store.find(keyOf(key));
+    return item && item->getOrigin() == PR_PrefItem::OriginUser ? store.getIntValue(keyOf(key), 0) : 0;
 }
 
 // A store, and what it changed and has not saved yet; 0 stands for no value.
@@ -38,7 +47,7 @@ struct Instance {
     {
         for (int key = 0; key < keyCount; ++key) {
             if (changes.count(key) == 0)
-                base[key] = store->getIntValue(keyOf(key), 0);
+                base[key] = valueIn(*store, key);
         }
         if (changes.empty())
             unsure.clear();

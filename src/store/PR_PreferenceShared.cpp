@@ -104,8 +104,8 @@ bool PR_Preference::Private::takeOver(PR_UserFileMerge const &merge)
         PR_ItemSet::Entry entry = items.find(key);
         std::unique_ptr<PR_PrefItem> const before(entry ? entry->clone() : nullptr);
         if (merge.theirs(key).empty() && entry && !entry->hasFacilityOverride(false)) {
-            entry->restoreDefault();
-            entry->setOrigin(PR_PrefItem::OriginDefault); // also of one that has no definition
+            entry->defaultInUser(); // also of one that has no definition
+            entry->setOrigin(PR_PrefItem::OriginDefault);
             unresolvedFonts.remove(key);
         }
         for (PR_Element const *element : merge.theirs(key))
