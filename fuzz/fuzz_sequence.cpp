@@ -3,8 +3,6 @@
 #include "FaultyFiles.h"
 #include "FuzzStore.h"
 
-#include "PR_PrefItem.h"
-
 #include <QFile>
 
 #include <map>

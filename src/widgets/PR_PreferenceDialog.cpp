@@ -29,7 +29,7 @@
 
 using namespace Qt::StringLiterals;
 
-class PR_PreferenceDialog::Private {
+class Q_DECL_HIDDEN PR_PreferenceDialog::Private {
 public:
     Private(PR_PreferenceDialog &window, PR_Preference &store, PR_DefinitionList const &definitions);
 

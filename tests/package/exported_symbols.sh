@@ -11,8 +11,9 @@ here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
 libraries=$(cd "$1" && pwd)
 
 status=0
-for name in Base Preference; do
+for name in Base Preference PreferenceWidgets; do
     list=exported-symbols-${name,,}.txt
+    [ -e "$libraries/libBrivant$name.so" ] || continue # a build without widgets
     # Names that begin with "_" are the linker's and the sanitizers'.
     exported=$(nm -D --defined-only --demangle "$libraries/libBrivant$name.so" | cut -d' ' -f3- \
         | grep -v -e '^_' -e '^PR_CachedPreferences::_' \

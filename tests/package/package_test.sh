@@ -32,11 +32,12 @@ diff <(names "$source"/src "$build"/include -name '*.h' ! -name '*_p.h') <(names
 
 export PKG_CONFIG_PATH=$prefix/$libdir/pkgconfig
 read -ra cflags < <(pkg-config --cflags brivantpreference)
+read -ra widget_cflags < <(pkg-config --cflags Qt6Widgets)
 read -ra libs < <(pkg-config --libs brivantpreference)
 
 step "each header compiles alone, and all of them with a strict and with a later language"
 strict=(-fPIC -Wall -Wextra -Wpedantic -Werror -DQT_NO_KEYWORDS -DQT_NO_CAST_FROM_ASCII -DQT_NO_CAST_TO_ASCII)
-check_syntax=("${compile[@]}" "${strict[@]}" "${cflags[@]}" -fsyntax-only -x c++)
+check_syntax=("${compile[@]}" "${strict[@]}" "${cflags[@]}" "${widget_cflags[@]}" -fsyntax-only -x c++)
 find "$headers" -name '*.h' -print0 | xargs -0 -n 1 -P "$(nproc)" "${check_syntax[@]}" -std=c++17
 find "$headers" -name '*.h' -printf '#include <%f>\n' | LC_ALL=C sort | "${check_syntax[@]}" -std=c++20 -
 
