@@ -16,9 +16,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-std::shared_ptr<PR_PrefItem> copyOf(PR_PrefItem *item)
+std::unique_ptr<PR_PrefItem> copyOf(PR_PrefItem *item)
 {
-    return std::shared_ptr<PR_PrefItem>(item ? item->clone() : nullptr);
+    return std::unique_ptr<PR_PrefItem>(item ? item->clone() : nullptr);
 }
 
 bool areEqual(PR_PrefItem const &a, PR_PrefItem const &b)
@@ -37,7 +37,7 @@ class EditSession::Step final : public QUndoCommand {
 public:
     struct Change {
         QString key;
-        std::shared_ptr<PR_PrefItem> before, after;
+        std::unique_ptr<PR_PrefItem> before, after;
     };
 
     Step(EditSession &session, QString const &name, std::vector<Change> changes)
@@ -63,17 +63,17 @@ public:
             && m_changes[0].key == next->m_changes[0].key && text() == next->text()
             && m_age.elapsed() < stepMilliseconds;
         if (isSame) {
-            m_changes[0].after = next->m_changes[0].after;
+            m_changes[0].after = copyOf(next->m_changes[0].after.get());
             m_age.restart();
         }
         return isSame;
     }
 
 private:
-    void apply(std::shared_ptr<PR_PrefItem> Change::*state)
+    void apply(std::unique_ptr<PR_PrefItem> Change::*state)
     {
         QStringList keys;
-        for (Change const &change : m_changes) {
+        for (Change &change : m_changes) {
             PR_PrefItem *const item = m_session.m_store.find(change.key);
             PR_PrefItem &wanted = *(change.*state);
             // Not what has been locked or loaded anew as something else since then.
@@ -122,11 +122,11 @@ bool EditSession::edit(QStringList const &keys, QString const &name, std::functi
     for (Step::Change &each : changes) {
         each.after = copyOf(m_store.find(each.key));
         if (each.before && each.after && !areEqual(*each.before, *each.after))
-            real.push_back(each);
+            real.push_back(std::move(each));
     }
     if (real.empty())
         return false;
-    m_undoStack.push(new Step(*this, name, std::move(real)));
+    m_undoStack.push(std::make_unique<Step>(*this, name, std::move(real)).release());
     m_store.emitPreferenceChanged(); // last: a receiver may do anything
     return true;
 }
@@ -168,6 +168,15 @@ QStringList EditSession::othersWith(int code, QString const &key)
     QStringList others = m_shortcuts.value(code);
     others.removeAll(key);
     return others;
+}
+
+void EditSession::reload()
+{
+    bool const isUnsaved = m_isUnsaved;
+    (void)m_store.reloadShared();
+    m_isUnsaved = isUnsaved; // what comes from the file need not go there
+    if (!isUnsaved)
+        m_save.stop();
 }
 
 bool EditSession::save()

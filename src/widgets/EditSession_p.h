@@ -38,6 +38,8 @@ public:
     QString const preferenceSet;
     /*! Whether changes are saved. */
     bool isSaving = true;
+    /*! Takes over what others saved, where the store is shared. */
+    void reload();
     /*! Saves what has changed since the last time. Whether nothing is left to save. */
     bool save();
 

@@ -424,7 +424,7 @@ void PR_PreferenceDialog::done(int result)
 bool PR_PreferenceDialog::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowActivate)
-        (void)d->m_session.store().reloadShared(); // does nothing in a store that is not shared
+        d->m_session.reload();
     return QDialog::event(event);
 }
 

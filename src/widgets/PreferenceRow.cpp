@@ -117,6 +117,10 @@ PreferenceRow::PreferenceRow(EditSession &session, FieldType::Definition const &
         connect(edit, &ShortcutEdit::pressed, this, &PreferenceRow::receiveShortcut);
     }
 
+    m_lateRefresh.setSingleShot(true);
+    m_lateRefresh.setInterval(0);
+    connect(&m_lateRefresh, &QTimer::timeout, this, &PreferenceRow::refresh);
+
     setObjectName("row "_L1 + m_definition.key);
     m_field->setObjectName(m_definition.key);
     m_field->setAccessibleName(m_name);
@@ -236,9 +240,9 @@ bool PreferenceRow::eventFilter(QObject *watched, QEvent *event)
         if (isUndo || isRedo)
             return true;
     }
-    // What was held back while the user typed; queued, since the field takes the typed text only now.
+    // What was held back while the user typed; later, since the field takes the typed text only now.
     if (event->type() == QEvent::FocusOut)
-        QMetaObject::invokeMethod(this, &PreferenceRow::refresh, Qt::QueuedConnection);
+        m_lateRefresh.start();
     return QWidget::eventFilter(watched, event);
 }
 

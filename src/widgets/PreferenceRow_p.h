@@ -4,6 +4,7 @@
 #include "FieldType_p.h"
 
 #include <QLabel>
+#include <QTimer>
 #include <QWidget>
 
 #include <optional>
@@ -62,6 +63,7 @@ private:
     QString const m_description;
     std::optional<QString> m_shownValue;
     QStringList m_words; // that are marked
+    QTimer m_lateRefresh;
 
     QLabel *m_label;
     QWidget *m_field;
