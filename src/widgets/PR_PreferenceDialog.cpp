@@ -47,6 +47,7 @@ public:
     void refresh();
     void showReports();
     void confirmRestoreAll();
+    void endTyping();
     void fitSize();
 
     // A page is a category or this.
@@ -115,9 +116,9 @@ PR_PreferenceDialog::Private::Private(
                   .arg(m_session.store().getPathXml(), reason);
         showReports();
     });
-    connect(qApp, &QApplication::focusChanged, &window, [this](QWidget *, QWidget *focus) { explain(focus); });
+    connect(qApp, &QApplication::focusChanged, &m_session, [this](QWidget *, QWidget *focus) { explain(focus); });
     if (PR_ReportCollector *const collector = PR_ReportCollector::current())
-        connect(collector, &PR_ReportCollector::changed, &window, [this] { showReports(); });
+        connect(collector, &PR_ReportCollector::changed, &m_session, [this] { showReports(); });
     m_pages->setCurrentRow(0);
     refresh();
     showReports();
@@ -349,6 +350,13 @@ void PR_PreferenceDialog::Private::confirmRestoreAll()
     question->open();
 }
 
+// A field takes what is typed into it when it loses the focus.
+void PR_PreferenceDialog::Private::endTyping()
+{
+    if (QWidget *const field = m_window.focusWidget())
+        field->clearFocus();
+}
+
 // A narrow window has no room for the list of pages, and a low one not for much around the rows.
 void PR_PreferenceDialog::Private::fitSize()
 {
@@ -369,7 +377,12 @@ PR_PreferenceDialog::PR_PreferenceDialog(PR_Preference &store, QWidget *parent)
 {
 }
 
-PR_PreferenceDialog::~PR_PreferenceDialog() = default;
+PR_PreferenceDialog::~PR_PreferenceDialog()
+{
+    d->endTyping(); // while all is still there
+    disconnect(qApp, nullptr, &d->m_session, nullptr);
+    delete d->m_list;
+}
 
 void PR_PreferenceDialog::setSaving(bool saving)
 {
@@ -414,9 +427,7 @@ QUndoStack *PR_PreferenceDialog::undoStack() const
 
 void PR_PreferenceDialog::done(int result)
 {
-    // A field takes what is typed into it when it loses the focus.
-    if (QWidget *const field = focusWidget())
-        field->clearFocus();
+    d->endTyping();
     if (d->m_session.save())
         QDialog::done(result);
 }

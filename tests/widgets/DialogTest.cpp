@@ -456,6 +456,10 @@ TEST_F(DialogTest, ShowsChangesFromOutside)
     type(text, "newer");
     dialog->close();
     EXPECT_EQ(value("TEXT"), u"newer"_s);
+    dialog->show();
+    type(text, "half typed");
+    dialog.reset();
+    EXPECT_EQ(value("TEXT"), u"half typed"_s);
 }
 
 TEST_F(DialogTest, SavesByItselfAndMergesWithOthers)
