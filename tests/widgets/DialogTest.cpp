@@ -457,6 +457,7 @@ TEST_F(DialogTest, ShowsChangesFromOutside)
     dialog->close();
     EXPECT_EQ(value("TEXT"), u"newer"_s);
     dialog->show();
+    activate(dialog.get());
     type(text, "half typed");
     dialog.reset();
     EXPECT_EQ(value("TEXT"), u"half typed"_s);
