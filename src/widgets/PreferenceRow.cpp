@@ -251,6 +251,7 @@ void PreferenceRow::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
         highlight(m_words);
+        m_shownState.clear();
         refresh();
     }
 }
@@ -283,12 +284,14 @@ void PreferenceRow::showState(PR_PrefItem const &item)
 {
     bool const isFree = !item.hasFacilityOverride(false);
     QString const warning = conflict();
+    QString const state = QString::number(item.getOrigin()) + warning;
+    if (state == m_shownState) // for nearly all rows
+        return;
+    m_shownState = state;
     QString const why = warning.isEmpty() ? origin() : warning + u' ' + origin();
     QFont font = m_label->font();
     font.setBold(isChanged());
     m_label->setFont(font);
-    // Rich text, which is wrapped; a plain tool tip becomes as wide as the screen.
-    m_label->setToolTip("<p>"_L1 + explanation() + "</p>"_L1);
     m_field->setEnabled(isFree);
     m_field->setAccessibleDescription(m_description + u'\n' + why);
     m_field->setProperty("conflict", !warning.isEmpty());

@@ -62,6 +62,7 @@ private:
     QString const m_name;
     QString const m_description;
     std::optional<QString> m_shownValue;
+    QString m_shownState; // origin and conflict
     QStringList m_words; // that are marked
     QTimer m_lateRefresh;
 
