@@ -94,6 +94,7 @@ int PreferenceList::show(View const &view)
         ++count;
     }
     wrapLabels();
+    setWidgetResizable(true); // lays out now, so that a row can be scrolled to at once
     verticalScrollBar()->setValue(0);
     setUpdatesEnabled(true);
     return count;
@@ -133,6 +134,7 @@ void PreferenceList::addHeading(QString const &text)
     font.setBold(true);
     heading->setFont(font);
     m_form->addRow(heading);
+    heading->show(); // now, so that the rows below have their places
     m_headings.push_back(heading);
 }
 

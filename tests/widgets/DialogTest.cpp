@@ -598,22 +598,27 @@ TEST_F(DialogTest, FitsAndIsReadable)
             font.setPointSize(size.points);
             QApplication::setFont(font);
             open();
-            store->setIntValue(u"TIMELINE_TRACK_HEIGHT"_s, 32);
             store->setRgbaValue(u"TIMELINE_MARK_KEY_DRAWING_COLOR"_s, 0xB04060E0);
             dialog->resize(size.size);
             QTest::qWait(20);
             EXPECT_TRUE(dialog->size() == size.size);
             for (int page = 0; page < pages().size(); ++page) {
                 field<QListWidget>("pages")->setCurrentRow(page);
+                QTest::qWait(10); // the layout comes later
                 QString const name =
                     u"%1-%2-%3"_s.arg(QLatin1String(look.name), QLatin1String(size.name), pages()[page])
                         .replace(u' ', u'-');
                 EXPECT_TRUE(QTest::qWaitFor([this] { return cutWidgets().isEmpty(); }, 1000))
                     << name << ' ' << cutWidgets().join(u'\n');
                 EXPECT_TRUE(dialog->grab().save(QStringLiteral(PICTURES "/") + name + ".png"_L1));
-                if (qEnvironmentVariableIsSet("PREFS_UPDATE_EXPECTED") && name == u"light-usual-Timeline"_s) {
-                    EXPECT_TRUE(dialog->grab().save(QStringLiteral(README_PICTURE)));
-                }
+            }
+            show("BV_TOUCH_SPEED"); // far down on another page
+            EXPECT_FALSE(field<QWidget>("BV_TOUCH_SPEED")->visibleRegion().isEmpty());
+            if (qEnvironmentVariableIsSet("PREFS_UPDATE_EXPECTED") && &look == palettes && &size == sizes) {
+                show("STAGE_AUTOSAVE_PROJECT_INTERVAL_MINUTES");
+                typeNumber(field<QWidget>("STAGE_AUTOSAVE_PROJECT_INTERVAL_MINUTES"), "15");
+                QTest::qWait(20);
+                EXPECT_TRUE(dialog->grab().save(QStringLiteral(README_PICTURE)));
             }
             store->restoreDefaults();
             dialog->setSaving(false);
