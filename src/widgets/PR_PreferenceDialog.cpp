@@ -380,6 +380,8 @@ PR_PreferenceDialog::PR_PreferenceDialog(PR_Preference &store, QWidget *parent)
 PR_PreferenceDialog::~PR_PreferenceDialog()
 {
     d->endTyping(); // while all is still there
+    if (d->m_saveFailure.isEmpty()) // else the user has closed it all the same
+        (void)d->m_session.save(); // a main window that goes does not close its dialogs
     disconnect(qApp, nullptr, &d->m_session, nullptr);
     delete d->m_list;
 }

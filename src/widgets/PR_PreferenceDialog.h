@@ -28,7 +28,7 @@ class BRIVANT_PREFERENCEWIDGETS_EXPORT PR_PreferenceDialog : public QDialog {
 public:
     /*! For \a store, which must outlive the dialog. Its preferences and the definitions are those of the moment. */
     explicit PR_PreferenceDialog(PR_Preference &store, QWidget *parent = nullptr);
-    ~PR_PreferenceDialog() override; /*!< Saves nothing: done() does. */
+    ~PR_PreferenceDialog() override; /*!< Saves what has changed. */
 
     /*! Whether the dialog saves what is changed, which it does unless a host does that itself. A store that is shared
         merges with what others saved. */

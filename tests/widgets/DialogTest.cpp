@@ -421,6 +421,7 @@ TEST_F(DialogTest, ShortcutsThatAreTakenAreShownAtOnce)
     EXPECT_EQ(visibleKeys().size(), 3);
 
     // One that is there already is marked, and told.
+    dialog.reset();
     writeFile(u"user-pref.xml"_s, "<preferences><shortcut id='UNDO' value='Ctrl+S'/></preferences>");
     open();
     show("KEY");
@@ -461,6 +462,7 @@ TEST_F(DialogTest, ShowsChangesFromOutside)
     type(text, "half typed");
     dialog.reset();
     EXPECT_EQ(value("TEXT"), u"half typed"_s);
+    EXPECT_TRUE(readFile(u"user-pref.xml"_s).contains("half typed"));
 }
 
 TEST_F(DialogTest, SavesByItselfAndMergesWithOthers)
