@@ -374,6 +374,11 @@ TEST_F(DialogTest, RestoresOneAndAllAndUndoesIt)
         QTest::keyClick(dialog.get(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(value("INT") + value("TL_HEIGHT"), u"2120"_s);
     dialog->undoStack()->undo();
+    for (int i = 0; i < 5; ++i) // what is held down is one step
+        QTest::keyClick(field<QWidget>("INT"), Qt::Key_Up);
+    EXPECT_EQ(value("INT"), u"8"_s);
+    dialog->undoStack()->undo();
+    EXPECT_EQ(value("INT"), u"3"_s);
     dialog->close();
     EXPECT_FALSE(readFile(u"user-pref.xml"_s).contains("\"INT\"")) << "a default is not saved";
 }
