@@ -63,10 +63,10 @@ bool AC_XML::trimConditions(PR_Element &root, QStringList const &keywords, bool 
 {
     bool removed = false;
     bool const keepsRoot = holds(root.attribute(u"feature"), keywords);
-    for (PR_Element *child = root.firstElement(); child; child = child->nextElement()) {
-        child->isExcluded = !keepsRoot || !holds(child->attribute(u"feature"), keywords);
-        bool const removedBelow = !child->isExcluded && trimConditions(*child, keywords, verbose);
-        removed = removed || child->isExcluded || removedBelow;
+    for (PR_Element &child : PR_Elements(root)) {
+        child.isExcluded = !keepsRoot || !holds(child.attribute(u"feature"), keywords);
+        bool const removedBelow = !child.isExcluded && trimConditions(child, keywords, verbose);
+        removed = removed || child.isExcluded || removedBelow;
     }
     return removed;
 }

@@ -73,4 +73,37 @@ private:
     }
 };
 
+/*! The elements among the nodes of an element, in order, for a range-based for; with a name, those of that name alone.
+ */
+class PR_Elements {
+public:
+    explicit PR_Elements(PR_Element const &parent, QStringView name = {})
+        : PR_Elements(&parent, name)
+    {
+    }
+    /*! Null has none. */
+    explicit PR_Elements(PR_Element const *parent, QStringView name = {})
+        : m_name(name)
+    {
+        moveTo(parent ? parent->firstElement() : nullptr);
+    }
+
+    PR_Elements begin() const { return *this; }
+    PR_Elements end() const { return PR_Elements(nullptr); }
+    PR_Element &operator*() const { return *m_element; }
+    void operator++() { moveTo(m_element->nextElement()); }
+    bool operator!=(PR_Elements const &other) const { return m_element != other.m_element; }
+
+private:
+    void moveTo(PR_Element *element)
+    {
+        while (element && !m_name.isNull() && element->name != m_name)
+            element = element->nextElement();
+        m_element = element;
+    }
+
+    PR_Element *m_element = nullptr;
+    QStringView m_name;
+};
+
 #endif

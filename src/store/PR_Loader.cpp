@@ -231,15 +231,13 @@ void PR_Loader::define()
             : !PR_Conditions::admitsMode(element.attribute(u"mode"))         ? PR_LoadObserver::WrongMode
                                                                              : PR_LoadObserver::Won;
     };
-    for (PR_Element const *category = m_root->firstElement(); category; category = category->nextElement()) {
-        if (category->name != u"category")
-            continue;
-        auto const outer = conditionOf(*category);
+    for (PR_Element const &category : PR_Elements(m_root, u"category")) {
+        auto const outer = conditionOf(category);
         if (outer != PR_LoadObserver::Won && !m_observer)
             continue;
-        auto const number = PR_PrefItem::getCategory(category->id().toString());
-        for (PR_Element const *element = category->firstElement(); element; element = element->nextElement())
-            define(*element, number, outer == PR_LoadObserver::Won ? conditionOf(*element) : outer);
+        auto const number = PR_PrefItem::getCategory(category.id().toString());
+        for (PR_Element const &element : PR_Elements(category))
+            define(element, number, outer == PR_LoadObserver::Won ? conditionOf(element) : outer);
     }
 }
 
@@ -319,8 +317,8 @@ PR_Loader::TextWriter PR_Loader::quietWriter(PR_ItemSet &items)
 
 void PR_Loader::loadUserFile(PR_XmlFile const &file, TextWriter const &writeText)
 {
-    for (PR_Element const *element = file.tree.root()->firstElement(); element; element = element->nextElement())
-        loadElement(*element, writeText);
+    for (PR_Element const &element : PR_Elements(file.tree.root()))
+        loadElement(element, writeText);
 }
 
 void PR_Loader::loadElement(PR_Element const &element, TextWriter const &writeText)

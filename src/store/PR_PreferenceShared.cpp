@@ -138,11 +138,9 @@ void PR_Preference::Private::setBase(QByteArray const &text, PR_XmlTree own, PR_
     PR_XmlTree base;
     PR_Element *const root = base.addElement(nullptr, kPref);
     auto const copy = [&](PR_XmlTree const &from, bool isUnwritten) {
-        PR_Element const *const first = from.root();
-        for (PR_Element const *element = first ? first->firstElement() : nullptr; element;
-             element = element->nextElement()) {
-            if (unwritten->isOwnChange(element->id().toString()) == isUnwritten)
-                base.addCopy(root, *element);
+        for (PR_Element const &element : PR_Elements(from.root())) {
+            if (unwritten->isOwnChange(element.id().toString()) == isUnwritten)
+                base.addCopy(root, element);
         }
     };
     copy(own, false);

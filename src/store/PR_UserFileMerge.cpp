@@ -40,12 +40,12 @@ PR_UserFileMerge::PR_UserFileMerge(Sides const &sides)
 PR_UserFileMerge::Side PR_UserFileMerge::sideOf(PR_Element const *root)
 {
     Side side;
-    for (PR_Element const *element = root ? root->firstElement() : nullptr; element; element = element->nextElement()) {
-        QString const key = element->id().toString();
+    for (PR_Element const &element : PR_Elements(root)) {
+        QString const key = element.id().toString();
         Group &group = side.groups[key];
         if (group.empty())
             side.keys.append(key);
-        group.push_back(element);
+        group.push_back(&element);
     }
     return side;
 }
@@ -104,14 +104,13 @@ std::vector<PR_Element const *> PR_UserFileMerge::merged() const
     std::sort(added.begin(), added.end());
     auto next = added.cbegin();
     auto const append = [&merged](Group const &group) { merged.insert(merged.end(), group.begin(), group.end()); };
-    for (PR_Element const *element = m_order ? m_order->firstElement() : nullptr; element;
-         element = element->nextElement()) {
-        QString const key = element->id().toString();
+    for (PR_Element const &element : PR_Elements(m_order)) {
+        QString const key = element.id().toString();
         for (; next != added.cend() && *next < key; ++next)
             append(*groups.value(*next));
         if (!isOwnChange(key))
-            merged.push_back(element);
-        else if (element == groupOf(m_theirs, key).front())
+            merged.push_back(&element);
+        else if (&element == groupOf(m_theirs, key).front())
             append(groupOf(m_own, key));
     }
     for (; next != added.cend(); ++next)

@@ -28,8 +28,8 @@ QString textOf(PR_Element const &element)
 Groups groupsOf(PR_Element const *root)
 {
     Groups groups;
-    for (PR_Element const *element = root ? root->firstElement() : nullptr; element; element = element->nextElement())
-        groups[element->id().toString()] += textOf(*element);
+    for (PR_Element const &element : PR_Elements(root))
+        groups[element.id().toString()] += textOf(element);
     return groups;
 }
 
@@ -63,9 +63,8 @@ protected:
     {
         PR_XmlFile const file = PR_XmlFile::read(path(xmlName));
         QString text;
-        for (PR_Element const *element = file.tree.root() ? file.tree.root()->firstElement() : nullptr; element;
-             element = element->nextElement())
-            text += textOf(*element);
+        for (PR_Element const &element : PR_Elements(file.tree.root()))
+            text += textOf(element);
         return text.toStdString();
     }
 };

@@ -123,12 +123,11 @@ void checkRoot(Findings &findings, PR_Element const &root, bool isOfMainFile)
         checkFeature(findings, root);
     ValueRules::checkRootName(findings, root);
     ValueRules::checkText(findings, root);
-    for (PR_Element const *child = root.firstElement(); child; child = child->nextElement()) {
-        QString const tag = child->name.toString();
+    for (PR_Element const &child : PR_Elements(root)) {
+        QString const tag = child.name.toString();
         if (tag != "category"_L1)
-            findings.add(Rule::UnknownElement, *child,
-                u"\"%1\" stands outside of a category and is not read"_s.arg(tag), {},
-                NearestWord({ u"category"_s }).to(tag));
+            findings.add(Rule::UnknownElement, child, u"\"%1\" stands outside of a category and is not read"_s.arg(tag),
+                {}, NearestWord({ u"category"_s }).to(tag));
     }
 }
 
@@ -352,12 +351,10 @@ void checkDefinitions(Findings &findings, PR_XmlFile const &file, PR_LoadObserve
             checkSet(findings, element, element.attribute(kValue).toString());
         }
     };
-    for (PR_Element const *category = root.firstElement(); category; category = category->nextElement()) {
-        if (category->name != u"category")
-            continue;
-        checkCategory(findings, *category);
-        for (PR_Element const *element = category->firstElement(); element; element = element->nextElement())
-            checkDefinition(*element);
+    for (PR_Element const &category : PR_Elements(root, u"category")) {
+        checkCategory(findings, category);
+        for (PR_Element const &element : PR_Elements(category))
+            checkDefinition(element);
     }
     for (auto const &[key, own] : std::as_const(byKey).asKeyValueRange())
         checkRivals(findings, isOfMainFile ? own : rivalsOf(key, own, layer, files.installation));

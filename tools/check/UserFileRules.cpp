@@ -14,9 +14,9 @@ namespace {
 // The element that names the set, wherever it stands; the root when none does.
 PR_Element const &elementOfSet(PR_Element const &root)
 {
-    for (PR_Element const *element = root.firstElement(); element; element = element->nextElement()) {
-        if (element->id() == u"PREFERENCE_SET" && element->name == u"string")
-            return *element;
+    for (PR_Element const &element : PR_Elements(root, u"string")) {
+        if (element.id() == u"PREFERENCE_SET")
+            return element;
     }
     return root;
 }
@@ -84,12 +84,11 @@ void checkUserFile(Findings &findings, PR_XmlFile const &file, Installation &ins
     checkSet(findings, elementOfSet(root), set);
     Definitions const &definitions = installation.ofStore(set);
     QHash<QString, int> lines; // of the last element of each key so far
-    for (PR_Element const *element = root.firstElement(); element; element = element->nextElement()) {
-        QString const key = element->id().toString();
-        checkElement(findings, *element, definitions, installation);
+    for (PR_Element const &element : PR_Elements(root)) {
+        QString const key = element.id().toString();
+        checkElement(findings, element, definitions, installation);
         if (!key.isEmpty() && lines.contains(key))
-            findings.add(
-                Rule::DuplicateKey, *element, u"the value of line %1 is not used"_s.arg(lines.value(key)), kId);
-        lines.insert(key, element->line);
+            findings.add(Rule::DuplicateKey, element, u"the value of line %1 is not used"_s.arg(lines.value(key)), kId);
+        lines.insert(key, element.line);
     }
 }

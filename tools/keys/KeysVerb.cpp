@@ -125,12 +125,9 @@ std::map<QString, Constant> constantsOf(QStringList const &files)
                     + u"inline constexpr PR_Key<%1> %2{ %3, %4 };\n"_s.arg(type, name, literal(key), value),
                 place };
         };
-        for (PR_Element const *category = file.tree.root()->firstElement(); category;
-             category = category->nextElement()) {
-            if (category->name != u"category")
-                continue;
-            for (PR_Element const *element = category->firstElement(); element; element = element->nextElement())
-                add(*element);
+        for (PR_Element const &category : PR_Elements(file.tree.root(), u"category")) {
+            for (PR_Element const &element : PR_Elements(category))
+                add(element);
         }
     }
     return constants;

@@ -28,14 +28,6 @@ bool areAlike(PR_Element const &category, PR_Element const &other)
         [&](QString const &name) { return category.attribute(name) == other.attribute(name); });
 }
 
-// The first category of a file, or the next one, when there is such a one.
-PR_Element const *categoryFrom(PR_Element const *element)
-{
-    while (element && element->name != u"category")
-        element = element->nextElement();
-    return element;
-}
-
 QString attributeText(QStringView name, QString value)
 {
     value.replace(u'&', "&amp;"_L1).replace(u'<', "&lt;"_L1).replace(u'"', "&quot;"_L1);
@@ -88,12 +80,10 @@ DefinitionText::DefinitionText(QString const &path)
 std::vector<PR_Element const *> DefinitionText::of(QString const &key) const
 {
     std::vector<PR_Element const *> found;
-    PR_Element const *const root = m_file.tree.root();
-    PR_Element const *category = root ? categoryFrom(root->firstElement()) : nullptr;
-    for (; category; category = categoryFrom(category->nextElement())) {
-        for (PR_Element const *element = category->firstElement(); element; element = element->nextElement()) {
-            if (element->id() == key)
-                found.push_back(element);
+    for (PR_Element const &category : PR_Elements(m_file.tree.root(), u"category")) {
+        for (PR_Element const &element : PR_Elements(category)) {
+            if (element.id() == key)
+                found.push_back(&element);
         }
     }
     return found;
@@ -101,14 +91,12 @@ std::vector<PR_Element const *> DefinitionText::of(QString const &key) const
 
 void DefinitionText::add(PR_Element const &definition)
 {
-    PR_Element const *const root = m_file.tree.root();
-    PR_Element const *category = root ? categoryFrom(root->firstElement()) : nullptr;
-    while (category && !areAlike(*category, *definition.parent))
-        category = categoryFrom(category->nextElement());
     QString const element = tagText(definition, 8) + "/>"_L1;
-    if (category)
-        addAtEnd(*category, element);
-    else if (root)
+    for (PR_Element const &category : PR_Elements(m_file.tree.root(), u"category")) {
+        if (areAlike(category, *definition.parent))
+            return addAtEnd(category, element);
+    }
+    if (PR_Element const *const root = m_file.tree.root())
         addAtEnd(*root, tagText(*definition.parent, 4) + ">\n"_L1 + element + "\n    </category>"_L1);
 }
 

@@ -25,8 +25,8 @@ using Messages = std::map<std::pair<QString, QString>, Message>; // by key, empt
 QString textOf(PR_Element const &parent, QStringView name)
 {
     QString text;
-    for (PR_Element const *element = parent.firstElement(); element; element = element->nextElement()) {
-        for (PR_Node const *node = element->name == name ? element->firstNode : nullptr; node; node = node->next) {
+    for (PR_Element const &element : PR_Elements(parent, name)) {
+        for (PR_Node const *node = element.firstNode; node; node = node->next) {
             if (node->kind == PR_Node::Text || node->kind == PR_Node::Cdata)
                 text += static_cast<PR_TextNode const *>(node)->text;
         }
@@ -37,17 +37,12 @@ QString textOf(PR_Element const &parent, QStringView name)
 // Takes the translations of a file of an earlier call, and those that Linguist has put into it.
 void takeTranslations(PR_Element const &root, Messages &messages)
 {
-    for (PR_Element const *context = root.firstElement(); context; context = context->nextElement()) {
-        for (PR_Element const *each = context->firstElement(); each; each = each->nextElement()) {
-            if (each->name != u"message")
-                continue;
-            PR_Element const *translation = each->firstElement();
-            while (translation && translation->name != u"translation")
-                translation = translation->nextElement();
-            QString const text = textOf(*each, u"translation");
+    for (PR_Element const &context : PR_Elements(root)) {
+        for (PR_Element const &message : PR_Elements(context, u"message")) {
+            QString const text = textOf(message, u"translation");
             if (!text.isEmpty())
-                messages[{ textOf(*each, u"comment"), textOf(*each, u"source") }] = { {}, text,
-                    translation->attribute(u"type").toString() };
+                messages[{ textOf(message, u"comment"), textOf(message, u"source") }] = { {}, text,
+                    (*PR_Elements(message, u"translation")).attribute(u"type").toString() };
         }
     }
 }
@@ -125,10 +120,9 @@ void Verbs::texts(Call const &call)
         PR_XmlFile const each = PR_XmlFile::read(definitions, PR_Loader::MaximumDefinitions);
         if (each.state != PR_XmlFile::Read)
             throw Failure{ ExitStatus::CannotRead, u"%1: %2"_s.arg(ValueText::escaped(definitions), each.error) };
-        PR_Element const *category = each.tree.root()->firstElement();
-        for (; category; category = category->nextElement()) {
-            for (PR_Element const *element = category->firstElement(); element; element = element->nextElement())
-                addTexts(*element, messages);
+        for (PR_Element const &category : PR_Elements(each.tree.root(), u"category")) {
+            for (PR_Element const &element : PR_Elements(category))
+                addTexts(element, messages);
         }
     }
     PL_FileSlot slot;

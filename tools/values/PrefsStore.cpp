@@ -42,8 +42,8 @@ private:
 
 bool holdsDefinitions(PR_Element const &root)
 {
-    for (PR_Element const *element = root.firstElement(); element; element = element->nextElement()) {
-        if (element->name == u"category" || element->firstElement())
+    for (PR_Element const &element : PR_Elements(root)) {
+        if (element.name == u"category" || element.firstElement())
             return true;
     }
     return false;
