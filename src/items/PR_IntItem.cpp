@@ -1,8 +1,6 @@
 #include "PR_IntItem.h"
 #include "PR_TypedItem_p.h"
 
-#include <limits>
-
 template class PR_TypedItem<PR_IntItem, int>;
 
 namespace {

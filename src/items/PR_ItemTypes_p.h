@@ -11,7 +11,6 @@
 
 #include "PR_Element_p.h"
 
-#include <limits>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -34,10 +33,7 @@ inline constexpr std::tuple PR_ItemTable{
     PR_ItemRow<PR_BoolItem>{ "bool", true,
         [](QString const &key) -> PR_PrefItem * { return new PR_BoolItem(PR_PrefItem::Internal, key, false); } },
     PR_ItemRow<PR_IntItem>{ "int", true,
-        [](QString const &key) -> PR_PrefItem * {
-            using Limits = std::numeric_limits<int>;
-            return new PR_IntItem(PR_PrefItem::Internal, key, 0, Limits::min(), Limits::max());
-        } },
+        [](QString const &key) -> PR_PrefItem * { return new PR_IntItem(PR_PrefItem::Internal, key, 0); } },
     PR_ItemRow<PR_DoubleItem>{ "double", true,
         [](QString const &key) -> PR_PrefItem * { return new PR_DoubleItem(PR_PrefItem::Internal, key, 0.0); } },
     PR_ItemRow<PR_RgbaItem>{ "color", true,

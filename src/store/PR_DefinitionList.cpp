@@ -64,11 +64,8 @@ PR_DefinitionList::PR_DefinitionList(PR_Preference const &store)
     PR_ItemSet items;
     Reader reader(*this);
     PR_Loader loader(items, &reader);
-    loader.read(PR_LoadObserver::MainFile, store.d->isLocal ? PR_Loader::localPath() : PR_Loader::mainPath());
     m_preferenceSet = PR_Loader::preferenceSetOf(PR_Loader::readFile(store.getPathXml()));
-    if (!m_preferenceSet.isEmpty())
-        loader.read(PR_LoadObserver::PreferenceSet, PR_Loader::setPath(m_preferenceSet));
-    loader.read(PR_LoadObserver::Override, PR_Loader::overridePath());
+    loader.readStore(store.d->isLocal, m_preferenceSet);
     loader.define();
 }
 

@@ -161,6 +161,15 @@ PR_XmlFile const &PR_Loader::read(Layer layer, PR_XmlFile file)
     return added;
 }
 
+PR_XmlFile const &PR_Loader::readStore(bool isLocal, QString const &set, QString const &overrideFile)
+{
+    PR_XmlFile const &mainFile = read(PR_LoadObserver::MainFile, isLocal ? localPath() : mainPath());
+    if (!set.isEmpty())
+        read(PR_LoadObserver::PreferenceSet, setPath(set));
+    read(PR_LoadObserver::Override, overrideFile);
+    return mainFile;
+}
+
 // ---- Definitions
 
 void PR_Loader::trim()

@@ -82,6 +82,8 @@ public:
         cannot be read as a whole defines nothing. */
     PR_XmlFile const &read(Layer layer, QString const &path);
     PR_XmlFile const &read(Layer layer, PR_XmlFile file);
+    /*! Reads the files of a store, with a set unless its name is empty; gives the main file. */
+    PR_XmlFile const &readStore(bool isLocal, QString const &set, QString const &overrideFile = overridePath());
     /*! Makes the items of the definitions that were read, once all were. */
     void define();
 

@@ -1,6 +1,8 @@
 #include "PR_Preference_p.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 // What the log says of a key that is read, or written, in a way that it does not have.
@@ -56,8 +58,8 @@ Value PR_Preference::Private::readOr(QString const &key, Value value, Conversion
     return value;
 }
 
-template <class Item, class Value, class Make>
-void PR_Preference::Private::write(PR_Preference &store, QString const &key, Value const &value, Make make)
+template <class Item, class Value>
+void PR_Preference::Private::write(PR_Preference &store, QString const &key, Value const &value)
 {
     auto entry = items.find(key);
     if (lcMisuse().isWarningEnabled()) {
@@ -76,7 +78,10 @@ void PR_Preference::Private::write(PR_Preference &store, QString const &key, Val
         if (isLocked)
             return;
         QString const name = key; // may be that of the item to be replaced
-        items.insert(std::unique_ptr<PR_PrefItem>(make(name)));
+        if constexpr (std::is_same_v<Item, PR_EnumItem>)
+            items.insert(std::make_unique<PR_EnumItem>(PR_PrefItem::Internal, name, "enum"));
+        else
+            items.insert(std::make_unique<Item>(PR_PrefItem::Internal, name, value));
         entry = items.find(name);
     }
     auto *const item = entry.as<Item>();
@@ -85,12 +90,6 @@ void PR_Preference::Private::write(PR_Preference &store, QString const &key, Val
     if constexpr (std::is_same_v<Item, PR_EnumItem>)
         unresolvedFonts.remove(item->getKey());
     announce(store, &key);
-}
-
-void PR_Preference::Private::writeShortcut(PR_Preference &store, QString const &key, int code)
-{
-    write<PR_KeyItem>(
-        store, key, code, [code](QString const &name) { return new PR_KeyItem(PR_PrefItem::Internal, name, code); });
 }
 
 PR_PrefItem *PR_Preference::find(QString key) const
@@ -184,40 +183,32 @@ QString PR_Preference::getFontValue(QString const &key, QString const &value) co
 
 void PR_Preference::setBoolValue(QString const &key, bool value)
 {
-    d->write<PR_BoolItem>(*this, key, value,
-        [value](QString const &name) { return new PR_BoolItem(PR_PrefItem::Internal, name, value); });
+    d->write<PR_BoolItem>(*this, key, value);
 }
 
 void PR_Preference::setIntValue(QString const &key, int value)
 {
-    d->write<PR_IntItem>(*this, key, value, [value](QString const &name) {
-        return new PR_IntItem(
-            PR_PrefItem::Internal, name, value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
-    });
+    d->write<PR_IntItem>(*this, key, value);
 }
 
 void PR_Preference::setDoubleValue(QString const &key, double value)
 {
-    d->write<PR_DoubleItem>(*this, key, value,
-        [value](QString const &name) { return new PR_DoubleItem(PR_PrefItem::Internal, name, value); });
+    d->write<PR_DoubleItem>(*this, key, value);
 }
 
 void PR_Preference::setEnumValue(QString const &key, int value)
 {
-    d->write<PR_EnumItem>(
-        *this, key, value, [](QString const &name) { return new PR_EnumItem(PR_PrefItem::Internal, name, "enum"); });
+    d->write<PR_EnumItem>(*this, key, value);
 }
 
 void PR_Preference::setRgbaValue(QString const &key, unsigned int const &value)
 {
-    d->write<PR_RgbaItem>(*this, key, value,
-        [value](QString const &name) { return new PR_RgbaItem(PR_PrefItem::Internal, name, value); });
+    d->write<PR_RgbaItem>(*this, key, value);
 }
 
 void PR_Preference::setStringValue(QString const &key, QString const &value)
 {
-    d->write<PR_StringItem>(*this, key, value,
-        [&value](QString const &name) { return new PR_StringItem(PR_PrefItem::Internal, name, value); });
+    d->write<PR_StringItem>(*this, key, value);
 }
 
 void PR_Preference::emitPreferenceChanged()
@@ -265,4 +256,72 @@ void PR_Preference::restoreDefaults()
     d->unresolvedFonts.clear();
     d->items.visit([](PR_PrefItem *item) { item->restoreDefault(); });
     d->tell(nullptr);
+}
+
+// ---- Typed keys
+
+namespace {
+// The item class of a type of keys, and its value as one of the type.
+template <class T> struct Typed {
+    using Item = PR_ItemTypes::ItemOf<T>;
+    static T valueOf(Item const *item) { return item->value(); }
+};
+
+template <> struct Typed<PR_FontName> {
+    using Item = PR_FontItem;
+    static PR_FontName valueOf(Item *item) { return { item->fontName() }; }
+};
+} // namespace
+
+template <class T> T PR_Preference::value(PR_Key<T> const &key) const
+{
+    auto *const item = d->items.find(key.text()).template as<typename Typed<T>::Item>();
+    return item ? Typed<T>::valueOf(item) : T(key.defaultValue());
+}
+
+template <class T> bool PR_Preference::setTyped(PR_Key<T> const &key, T const &value)
+{
+    if constexpr (std::is_same_v<T, int>) {
+        if (value < key.minValue() || value > key.maxValue())
+            return false;
+    }
+    QString const name = Private::ownText(key);
+    auto const entry = d->items.find(name);
+    bool const holds = !entry || !entry->hasFacilityOverride(false) || this->value(key) == value;
+    if constexpr (std::is_same_v<T, QKeySequence>) {
+        d->write<PR_KeyItem>(*this, name, value.isEmpty() ? 0 : value[0].toCombined());
+    } else if constexpr (std::is_same_v<T, PR_FontName>) {
+        auto const *const font = entry.template as<PR_FontItem>();
+        QStringList const names = font ? font->EnumNameList() : QStringList();
+        auto const found = std::find_if(names.begin(), names.end(),
+            [&value](QString const &each) { return each.compare(value.name, Qt::CaseInsensitive) == 0; });
+        if (found == names.end())
+            return false;
+        d->write<PR_EnumItem>(*this, name, int(found - names.begin()));
+    } else {
+        d->write<typename Typed<T>::Item>(*this, name, value);
+    }
+    return holds; // without a look at the store, which a receiver may have deleted
+}
+
+#define TYPED(T)                                                                                                       \
+    template BRIVANT_PREFERENCE_EXPORT T PR_Preference::value(PR_Key<T> const &) const;                                \
+    template BRIVANT_PREFERENCE_EXPORT bool PR_Preference::setTyped(PR_Key<T> const &, T const &);
+TYPED(bool)
+TYPED(int)
+TYPED(double)
+TYPED(unsigned int)
+TYPED(QString)
+TYPED(QKeySequence)
+TYPED(PR_FontName)
+
+bool PR_Preference::isLocked(PR_KeyName const &key) const
+{
+    auto const entry = d->items.find(key.text());
+    return entry && entry->hasFacilityOverride(false);
+}
+
+void PR_Preference::reset(PR_KeyName const &key)
+{
+    restoreDefault(key.text());
 }

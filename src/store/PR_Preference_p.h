@@ -14,7 +14,6 @@
 #include <QScopedValueRollback>
 
 #include <functional>
-#include <limits>
 #include <optional>
 #include <vector>
 
@@ -36,9 +35,9 @@ public:
     auto const &read(QString const &key, Fallback const &fallback) const;
     template <class... Items, class Value, class Conversion>
     Value readOr(QString const &key, Value value, Conversion conversion) const;
-    template <class Item, class Value, class Make>
-    void write(PR_Preference &store, QString const &key, Value const &value, Make make);
-    void writeShortcut(PR_Preference &store, QString const &key, int code);
+    template <class Item, class Value> void write(PR_Preference &store, QString const &key, Value const &value);
+    /*! The text of a key, not shared with it. */
+    static QString ownText(PR_KeyName const &key);
     /*!\}*/
 
     /*! \name Parts of a load and of a save */
@@ -86,8 +85,7 @@ public:
     // What a reference read shows when there is no item of its type. Never part of the set, never changed.
     PR_KeyItem fallbackKey{ PR_PrefItem::Internal, QStringLiteral("Dummy"), 0 };
     PR_BoolItem fallbackBool{ PR_PrefItem::Internal, QStringLiteral("Dummy"), false };
-    PR_IntItem fallbackInt{ PR_PrefItem::Internal, QStringLiteral("Dummy"), 0, std::numeric_limits<int>::min(),
-        std::numeric_limits<int>::max() };
+    PR_IntItem fallbackInt{ PR_PrefItem::Internal, QStringLiteral("Dummy"), 0 };
     PR_DoubleItem fallbackDouble{ PR_PrefItem::Internal, QStringLiteral("Dummy"), 0.0 };
     PR_RgbaItem fallbackRgba{ PR_PrefItem::Internal, QStringLiteral("Dummy"), 0U };
     PR_StringItem fallbackString{ PR_PrefItem::Internal, QStringLiteral("Dummy"), QString() };

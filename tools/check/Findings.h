@@ -10,53 +10,16 @@
 #include <optional>
 #include <vector>
 
-/*! What the checks of files look for. */
+/*! What the checks of files look for, by Rules.def. */
 enum class Rule {
-    CannotRead,
-    NotXml,
-    UnknownRoot,
-    UnknownElement,
-    UnknownAttribute,
-    IgnoredContent,
-    MissingId,
-    BadKey,
-    DuplicateKey,
-    ShadowedKey,
-    DroppedByLock,
-    UnknownCategory,
-    MissingValue,
-    MissingTexts,
-    BadValue,
-    BadFlag,
-    BadLock,
-    ReversedRange,
-    OutsideRange,
-    OutsidePercentage,
-    BadChoices,
-    OutsideChannel,
-    UnreadableShortcut,
-    SameShortcut,
-    MissingFont,
-    BadPlatform,
-    BadMode,
-    BadFeature,
-    NeverHolds,
-    ConditionalCachedKey,
-    UnknownKey,
-    TwoTypes,
-    ChangedType,
-    ChangedCategory,
-    LeftOff,
-    RepeatedDefault,
-    WithoutEffect,
-    MissingSet,
-    KeptFile,
+#define RULE(Name, name, inDefinitions, inUserFile, explanation) Name,
+#include "Rules.def"
     Count
 };
 
 enum class Severity { None, Warning, Error };
 
-/*! What is said about a rule. The names are for ever: scripts rely on them. */
+/*! What is said about a rule. */
 struct RuleText {
     char const *name;
     Severity inDefinitions; /*!< Also in preference sets and overrides. */

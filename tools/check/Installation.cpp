@@ -2,8 +2,9 @@
 
 #include "Command.h"
 
-#include <QDir>
-#include <QFileInfo>
+#include "PR_DefinitionList.h"
+
+#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -73,10 +74,10 @@ Installation::Installation(bool local, QString candidate)
 std::unique_ptr<Definitions> Installation::read(PR_LoadObserver::Layer layer, QString const &path, bool mustExist)
 {
     auto definitions = std::make_unique<Definitions>();
-    PR_XmlFile const &file = definitions->read(layer, path);
+    PR_XmlFile const &file = definitions->loader().read(layer, path);
     if (mustExist)
         expectRead(file);
-    definitions->define();
+    definitions->loader().define();
     return definitions;
 }
 
@@ -104,11 +105,8 @@ Definitions const &Installation::ofStore(QString const &setName)
     if (m_stores.size() > 16) // more sets than anybody has: names of nothing
         m_stores.clear();
     auto store = std::make_unique<Definitions>();
-    expectRead(store->read(PR_LoadObserver::MainFile, m_isLocal ? PR_Loader::localPath() : PR_Loader::mainPath()));
-    if (!setName.isEmpty())
-        store->read(PR_LoadObserver::PreferenceSet, PR_Loader::setPath(setName));
-    store->read(PR_LoadObserver::Override, m_candidate);
-    store->define();
+    expectRead(store->loader().readStore(m_isLocal, setName, m_candidate));
+    store->loader().define();
     return *m_stores.emplace(setName, std::move(store)).first->second;
 }
 
@@ -139,11 +137,10 @@ QString Installation::nearestTo(QString const &key)
 
 QStringList Installation::files(QString const &candidate)
 {
-    QFileInfo const anySet(PR_Loader::setPath(u"*"_s));
     QStringList files{ PR_Loader::mainPath(), PR_Loader::localPath(),
         candidate.isEmpty() ? PR_Loader::overridePath() : candidate };
-    for (QFileInfo const &set : anySet.dir().entryInfoList({ anySet.fileName() }, QDir::Files))
-        files.append(set.filePath());
+    for (QString const &set : PR_DefinitionList::preferenceSets())
+        files.append(PR_Loader::setPath(set));
     files.erase(
         std::remove_if(files.begin() + 1, files.end(), [](QString const &file) { return !QFile::exists(file); }),
         files.end()); // without the first one there is no installation

@@ -18,9 +18,8 @@ class Definitions final : public PR_LoadObserver {
 public:
     Definitions();
 
-    /*! Reads a file; define() follows the last one. */
-    PR_XmlFile const &read(Layer layer, QString const &path) { return m_loader.read(layer, path); }
-    void define() { m_loader.define(); }
+    /*! Reads the files, and then defines. */
+    PR_Loader &loader() { return m_loader; }
 
     QStringList keys() const { return m_byKey.keys(); }
     std::vector<PR_Element const *> const &of(QString const &key) const;

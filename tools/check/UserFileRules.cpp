@@ -1,12 +1,10 @@
 #include "FileChecks.h"
 #include "ValueRules.h"
 
+#include "PR_DefinitionList.h"
 #include "PR_PrefConstants.h"
 
 #include "oswRemapPath.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -66,11 +64,8 @@ void checkSet(Findings &findings, PR_Element const &element, QString const &name
     PR_XmlFile const set = PR_XmlFile::read(path);
     if (set.state == PR_XmlFile::Read)
         return;
-    QStringList names;
-    for (QFileInfo const &file : QFileInfo(path).dir().entryInfoList({ u"*.xml"_s }, QDir::Files))
-        names.append(file.completeBaseName());
     findings.add(Rule::MissingSet, element, u"the preference set %1 cannot be read: %2"_s.arg(path, set.error), kValue,
-        NearestWord(names).to(name));
+        NearestWord(PR_DefinitionList::preferenceSets()).to(name));
 }
 
 void checkUserFile(Findings &findings, PR_XmlFile const &file, Installation &installation)

@@ -75,11 +75,7 @@ void Explainer::load()
     QString const path = oswRemapPath::RemapPath2(m_store.getPathXml());
     m_userFile = PR_XmlFile::read(path);
     // The preference set is looked for in the user's file alone, not in its backup.
-    QString const set = PR_Loader::preferenceSetOf(m_userFile);
-    loader.read(MainFile, m_call.options.isSet(u"local"_s) ? PR_Loader::localPath() : PR_Loader::mainPath());
-    if (!set.isEmpty())
-        loader.read(PreferenceSet, PR_Loader::setPath(set));
-    loader.read(Override, PR_Loader::overridePath());
+    loader.readStore(m_call.options.isSet(u"local"_s), PR_Loader::preferenceSetOf(m_userFile));
     loader.define();
 
     if (m_userFile.state == PR_XmlFile::NotXml)
