@@ -2,8 +2,6 @@
 
 #include "PR_Conditions_p.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -22,16 +20,6 @@ unsigned int held(QStringList const &words, PR_Element const &element, QStringVi
     for (qsizetype i = 0; i < words.size(); ++i)
         bits |= condition.holds(words[i]) ? 1U << i : 0U;
     return bits;
-}
-
-bool holdsAll(QStringList const &words, QStringList const &others)
-{
-    return std::all_of(others.begin(), others.end(), [&](QString const &word) { return words.contains(word); });
-}
-
-bool sharesAny(QStringList const &words, QStringList const &others)
-{
-    return std::any_of(others.begin(), others.end(), [&](QString const &word) { return words.contains(word); });
 }
 } // namespace
 
@@ -56,25 +44,25 @@ void ConditionSet::add(PR_Element const &element)
     m_modes &= held(PR_Conditions::modes(), element, u"mode");
     if (element.hasAttribute(u"feature")) {
         PR_Condition const feature(element.attribute(u"feature"));
-        (feature.isNegated ? m_absentFeatures : m_features).append(feature.word.toString());
+        (feature.isNegated ? m_absentFeatures : m_features).insert(feature.word.toString());
     }
 }
 
 bool ConditionSet::canHold() const
 {
-    return m_platforms != 0 && m_modes != 0 && !sharesAny(m_features, m_absentFeatures);
+    return m_platforms != 0 && m_modes != 0 && !m_features.intersects(m_absentFeatures);
 }
 
 bool ConditionSet::covers(ConditionSet const &other) const
 {
     return (other.m_platforms & ~m_platforms) == 0 && (other.m_modes & ~m_modes) == 0
-        && holdsAll(other.m_features, m_features) && holdsAll(other.m_absentFeatures, m_absentFeatures);
+        && other.m_features.contains(m_features) && other.m_absentFeatures.contains(m_absentFeatures);
 }
 
 bool ConditionSet::meets(ConditionSet const &other) const
 {
     return (m_platforms & other.m_platforms) != 0 && (m_modes & other.m_modes) != 0
-        && !sharesAny(m_features, other.m_absentFeatures) && !sharesAny(m_absentFeatures, other.m_features);
+        && !m_features.intersects(other.m_absentFeatures) && !m_absentFeatures.intersects(other.m_features);
 }
 
 bool ConditionSet::isEmpty() const

@@ -3,6 +3,7 @@
 
 #include "PR_Element_p.h"
 
+#include <QSet>
 #include <QStringList>
 
 /*! Where a definition, or a category, holds, by its conditions and those of its category. */
@@ -26,8 +27,8 @@ private:
 
     unsigned int m_platforms; // bits of those for which it holds
     unsigned int m_modes;
-    QStringList m_features; // that must be there
-    QStringList m_absentFeatures; // that must not be there
+    QSet<QString> m_features; // that must be there
+    QSet<QString> m_absentFeatures; // that must not be there
 };
 
 #endif

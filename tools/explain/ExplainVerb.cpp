@@ -143,30 +143,16 @@ void Explainer::definition(Definition const &definition, Outcome outcome, Defini
         add(*element.parent, "category "_L1);
         add(element, ""_L1);
     }
-    auto const reason = [&]() -> QString {
-        switch (outcome) {
-        case Locked:
-            return u"the key is locked by "_s + placeOf(*other->element);
-        case WrongPlatform:
-            return u"the condition on the platform does not hold"_s;
-        case WrongMode:
-            return u"the condition on the mode does not hold"_s;
-        case WrongFeature:
-            return u"the condition on the feature does not hold"_s;
-        case NoMorphing:
-            return u"the product has no morphing"_s;
-        case NoSuchType:
-            return u"there is no type \"%1\""_s.arg(element.name);
-        case Won:
-            break;
-        }
-        return {};
-    };
+    QString const reasons[] = { {},
+        outcome == Locked ? u"the key is locked by "_s + placeOf(*other->element) : QString(),
+        u"the condition on the platform does not hold"_s, u"the condition on the mode does not hold"_s,
+        u"the condition on the feature does not hold"_s, u"the product has no morphing"_s,
+        u"there is no type \"%1\""_s.arg(element.name) };
     std::unique_ptr<PR_PrefItem> const item = itemOf(element);
     found->second.add(
         { definition.layer, outcome == Won ? Explanation::Won : Explanation::LeftOut, m_files[definition.layer].path,
             element.line, element.column, item ? item->defaultValueAsString() : element.attribute(u"value").toString(),
-            PR_Loader::isLocked(element), conditions.join(u' '), reason() });
+            PR_Loader::isLocked(element), conditions.join(u' '), reasons[outcome] });
 }
 
 void Explainer::userValue(UserValue const &value)
@@ -234,10 +220,7 @@ void Explainer::refuse(QString const &key) const
     for (PR_PrefItem const *item : m_store)
         keys.append(item->getKey());
     keys.sort();
-    QString const nearest = NearestWord(keys).to(key);
-    throw Failure{ ExitStatus::NoSuchKey,
-        u"There is no preference %1."_s.arg(ValueText::escaped(key))
-            + (nearest.isEmpty() ? QString() : u" Did you mean %1?"_s.arg(ValueText::escaped(nearest))) };
+    throw Failure{ ExitStatus::NoSuchKey, ValueText::noSuchPreference(key, NearestWord(keys).to(key)) };
 }
 } // namespace
 

@@ -16,34 +16,14 @@ using namespace Qt::StringLiterals;
 namespace {
 QString textOf(Explanation::Outcome outcome)
 {
-    switch (outcome) {
-    case Explanation::Won:
-        return u"won"_s;
-    case Explanation::Lost:
-        return u"lost"_s;
-    case Explanation::LeftOut:
-        return u"left out"_s;
-    case Explanation::Absent:
-        break;
-    }
-    return u"absent"_s;
+    static char const *const texts[] = { "won", "lost", "left out", "absent" };
+    return QString::fromLatin1(texts[outcome]);
 }
 
 QString textOf(PR_LoadObserver::Layer layer)
 {
-    switch (layer) {
-    case PR_LoadObserver::MainFile:
-        return u"definitions"_s;
-    case PR_LoadObserver::PreferenceSet:
-        return u"preference set"_s;
-    case PR_LoadObserver::Override:
-        return u"override"_s;
-    case PR_LoadObserver::UserFile:
-        return u"user file"_s;
-    case PR_LoadObserver::TextFile:
-        break;
-    }
-    return u"text file"_s;
+    static char const *const texts[] = { "definitions", "preference set", "override", "user file", "text file" };
+    return QString::fromLatin1(texts[layer]);
 }
 
 // A key without a definition has none.

@@ -67,13 +67,10 @@ std::vector<PR_Element const *> shippedOf(QString const &key, Installation &inst
     }
     if (!found.empty())
         return found;
-    QString text = u"There is no preference %1"_s.arg(ValueText::escaped(key));
-    QString const nearest = installation.nearestTo(key);
-    if (installation.find(key).second)
-        text += isLocal ? u" with --local."_s : u" without --local."_s;
-    else
-        text += nearest.isEmpty() ? u"."_s : u". Did you mean %1?"_s.arg(ValueText::escaped(nearest));
-    throw Failure{ ExitStatus::NoSuchKey, text };
+    throw Failure{ ExitStatus::NoSuchKey,
+        installation.find(key).second ? u"There is no preference %1 %2 --local."_s.arg(
+            ValueText::escaped(key), isLocal ? u"with"_s : u"without"_s)
+                                      : ValueText::noSuchPreference(key, installation.nearestTo(key)) };
 }
 
 Attributes valueFor(std::vector<PR_Element const *> const &definitions, QString const &text)

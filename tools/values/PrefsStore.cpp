@@ -4,6 +4,7 @@
 #include "Command.h"
 #include "ValueText.h"
 
+#include "NearestWord_p.h"
 #include "PR_Loader_p.h"
 
 #include "MSG_Text.h"
@@ -104,7 +105,10 @@ PR_PrefItem &PrefsStore::item(QString const &key)
     }
     if (found)
         return *found;
-    throw Failure{ ExitStatus::NoSuchKey, u"There is no preference %1."_s.arg(ValueText::escaped(key)) };
+    QStringList keys;
+    for (PR_PrefItem const *item : *this)
+        keys.append(item->getKey());
+    throw Failure{ ExitStatus::NoSuchKey, ValueText::noSuchPreference(key, NearestWord(keys).to(key)) };
 }
 
 PR_PrefItem &PrefsStore::unlockedItem(QString const &key)

@@ -184,17 +184,16 @@ QString ValueText::refusal(PR_PrefItem &item, QString const &text)
     return u"\"%1\" is no value of %2; expected %3."_s.arg(escaped(text), escaped(item.getKey()), expectedForm(item));
 }
 
+QString ValueText::noSuchPreference(QString const &key, QString const &nearest)
+{
+    return u"There is no preference %1."_s.arg(escaped(key))
+        + (nearest.isEmpty() ? QString() : u" Did you mean %1?"_s.arg(escaped(nearest)));
+}
+
 QString ValueText::originOf(PR_PrefItem const &item)
 {
-    switch (item.getOrigin()) {
-    case PR_PrefItem::OriginUser:
-        return u"user"_s;
-    case PR_PrefItem::OriginFacility:
-        return u"facility"_s;
-    case PR_PrefItem::OriginDefault:
-        break;
-    }
-    return u"default"_s;
+    static char const *const names[] = { "default", "user", "facility" };
+    return QString::fromLatin1(names[item.getOrigin()]);
 }
 
 QString ValueText::escaped(QString text)

@@ -21,6 +21,8 @@ QString exact(PR_PrefItem &item);
 QString expectedForm(PR_PrefItem &item);
 /*! Why a text is no value of the item, for a message. */
 QString refusal(PR_PrefItem &item, QString const &text);
+/*! That there is no such preference, and which one was probably meant; empty when none is near. */
+QString noSuchPreference(QString const &key, QString const &nearest);
 /*! Where the value comes from: "default", "user" or "facility". */
 QString originOf(PR_PrefItem const &item);
 /*! A text as part of one line: a tab, a line feed, a carriage return and a backslash as \\t, \\n, \\r and \\\\, other
