@@ -23,115 +23,38 @@ struct Token {
     int column;
 };
 
-// The tokens of a C++ source, without comments: names, numbers, literal texts and single marks.
-class Lexer {
-public:
-    explicit Lexer(QString const &source, int firstLine = 1)
-        : m_source(source)
-        , m_line(firstLine)
-    {
+// The tokens of a C++ source, without comments and characters: names, numbers, literal texts and single marks.
+std::vector<Token> tokensOf(QString const &source, int line = 1)
+{
+    static QRegularExpression const form(
+        uR"x((?<skipped>\s++|//[^\n]*+|/\*.*?(?:\*/|\z)|'(?:[^'\\\n]++|\\.)*+'?))x"
+        uR"x(|(?:u8|[uUL])?R"(?<delimiter>[^(\s\\]{0,16})\((?<raw>.*?)(?:\)\k<delimiter>"|\z))x"
+        uR"x(|(?:u8|[uUL])?"(?<text>(?:[^"\\\n]++|\\.)*+)"?)x"
+        uR"x(|(?<name>[^\W\d]\w*+)|(?<number>\d[\w.']*+)|.)x"_s,
+        QRegularExpression::DotMatchesEverythingOption | QRegularExpression::UseUnicodePropertiesOption);
+    static QRegularExpression const escape(u"\\\\(.)"_s, QRegularExpression::DotMatchesEverythingOption);
+    std::vector<Token> tokens;
+    qsizetype lineBegin = 0;
+    for (auto match = form.globalMatch(source); match.hasNext();) {
+        auto const found = match.next();
+        auto const has = [&found](QString const &group) { return found.capturedStart(group) >= 0; };
+        int const column = int(found.capturedStart() - lineBegin) + 1;
+        if (has(u"raw"_s))
+            tokens.push_back({ Token::Text, found.captured(u"raw"_s), line, column });
+        else if (has(u"text"_s))
+            tokens.push_back({ Token::Text, found.captured(u"text"_s).replace(escape, u"\\1"_s), line, column });
+        else if (!has(u"skipped"_s))
+            tokens.push_back({ has(u"name"_s) ? Token::Name
+                    : has(u"number"_s)        ? Token::Number
+                                              : Token::Mark,
+                found.captured(), line, column });
+        QStringView const whole = found.capturedView();
+        line += int(whole.count(u'\n'));
+        if (whole.contains(u'\n'))
+            lineBegin = found.capturedStart() + whole.lastIndexOf(u'\n') + 1;
     }
-
-    std::vector<Token> tokens()
-    {
-        std::vector<Token> all;
-        while (m_at < m_source.size()) {
-            QChar const c = m_source[m_at];
-            if (c.isSpace())
-                advance(1);
-            else if (startsWith("//"))
-                advance(endOf("\n"));
-            else if (startsWith("/*"))
-                advance(endOf("*/"));
-            else if (auto const match = literalBegin(); match.hasMatch())
-                all.push_back(literal(match));
-            else if (c == u'\'') // of a digit separator, a number has taken it
-                advance(character());
-            else if (c.isLetter() || c == u'_')
-                all.push_back(word(Token::Name, u"[\\w]+"_s));
-            else if (c.isDigit())
-                all.push_back(word(Token::Number, u"[\\w.']+"_s));
-            else
-                all.push_back(take(Token::Mark, 1));
-        }
-        return all;
-    }
-
-private:
-    bool startsWith(char const *text) const { return QStringView(m_source).mid(m_at).startsWith(QLatin1String(text)); }
-
-    qsizetype endOf(char const *text) const
-    {
-        qsizetype const end = m_source.indexOf(QLatin1String(text), m_at + 2);
-        return (end < 0 ? m_source.size() : end + qsizetype(qstrlen(text))) - m_at;
-    }
-
-    void advance(qsizetype count)
-    {
-        for (qsizetype i = 0; i < count && m_at < m_source.size(); ++i, ++m_at) {
-            bool const isEnd = m_source[m_at] == u'\n';
-            m_line += isEnd ? 1 : 0;
-            m_column = isEnd ? 1 : m_column + 1;
-        }
-    }
-
-    Token take(Token::Kind kind, qsizetype count)
-    {
-        Token const token{ kind, m_source.mid(m_at, count), m_line, m_column };
-        advance(count);
-        return token;
-    }
-
-    Token word(Token::Kind kind, QString const &form)
-    {
-        QRegularExpression const expression(form);
-        return take(kind,
-            expression
-                .match(QStringView(m_source).mid(m_at, 4096), 0, QRegularExpression::NormalMatch,
-                    QRegularExpression::AnchorAtOffsetMatchOption)
-                .capturedLength());
-    }
-
-    qsizetype character() const
-    {
-        qsizetype end = m_at + 1;
-        while (end < m_source.size() && m_source[end] != u'\'' && m_source[end] != u'\n')
-            end += m_source[end] == u'\\' ? 2 : 1;
-        return end + 1 - m_at;
-    }
-
-    QRegularExpressionMatch literalBegin() const
-    {
-        static QRegularExpression const form(u"(?:u8|[uUL])?(R\"([^(\\s\\\\]{0,16})\\(|\")"_s);
-        return form.match(QStringView(m_source).mid(m_at, 32), 0, QRegularExpression::NormalMatch,
-            QRegularExpression::AnchorAtOffsetMatchOption);
-    }
-
-    Token literal(QRegularExpressionMatch const &begin)
-    {
-        Token token{ Token::Text, {}, m_line, m_column };
-        QString const end = u')' + begin.captured(2) + u'"';
-        bool const isRaw = begin.captured(1).startsWith(u'R');
-        advance(begin.capturedLength());
-        while (m_at < m_source.size()) {
-            if (isRaw ? QStringView(m_source).mid(m_at).startsWith(end) : m_source[m_at] == u'"')
-                break;
-            if (!isRaw && m_source[m_at] == u'\n') // not closed
-                return token;
-            if (!isRaw && m_source[m_at] == u'\\')
-                advance(1);
-            token.text += m_source.mid(m_at, 1);
-            advance(1);
-        }
-        advance(isRaw ? end.size() : 1);
-        return token;
-    }
-
-    QString const &m_source;
-    qsizetype m_at = 0;
-    int m_line;
-    int m_column = 1;
-};
+    return tokens;
+}
 
 // The types that a function reads or writes, separated by blanks; "*" for any.
 QString typesOf(QString const &function)
@@ -164,15 +87,14 @@ public:
                 u"%1 cannot be read: %2"_s.arg(ValueText::escaped(path), file.errorString()) };
         QString const text = QString::fromUtf8(file.readAll());
         if (!path.endsWith(".md"_L1))
-            return checkTokens(path, Lexer(text).tokens());
+            return checkTokens(path, tokensOf(text));
         // Of a page, the pieces of C++.
         static QRegularExpression const piece(u"^```cpp\\n(.*?)^```"_s,
             QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption);
         for (auto match = piece.globalMatch(text); match.hasNext();) {
             auto const found = match.next();
             int const line = int(QStringView(text).left(found.capturedStart(1)).count(u'\n')) + 1;
-            QString const code = found.captured(1);
-            checkTokens(path, Lexer(code, line).tokens());
+            checkTokens(path, tokensOf(found.captured(1), line));
         }
     }
 
