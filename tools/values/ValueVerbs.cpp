@@ -1,20 +1,26 @@
 #include "Command.h"
 #include "ItemFilter.h"
 #include "PrefsStore.h"
-#include "ValueJson.h"
 #include "ValueText.h"
 
+#include "PR_BoolItem.h"
+#include "PR_DoubleItem.h"
+#include "PR_IntItem.h"
 #include "PR_PrefConstants.h"
 
 #include "MSG_Scope.h"
+#include "UT_Json.h"
 
 #include <QCommandLineParser>
 #include <QFile>
 #include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocale>
 #include <QTemporaryDir>
 #include <QTextStream>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <set>
@@ -24,6 +30,77 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+// ---- Values as JSON: true or false, a number, or else the text that "set" takes
+
+QJsonValue::Type naturalType(PR_PrefItem const &item)
+{
+    if (dynamic_cast<PR_BoolItem const *>(&item))
+        return QJsonValue::Bool;
+    if (dynamic_cast<PR_IntItem const *>(&item) || dynamic_cast<PR_DoubleItem const *>(&item))
+        return QJsonValue::Double;
+    return QJsonValue::String;
+}
+
+QString textOf(double number)
+{
+    double const wholeLimit = 9007199254740992.0; // 2^53: up to here every whole number is a double
+    if (std::abs(number) < wholeLimit && std::trunc(number) == number)
+        return QString::number(static_cast<qint64>(number));
+    return QString::number(number, 'g', QLocale::FloatingPointShortest);
+}
+
+QString textOf(QJsonValue const &value)
+{
+    if (value.isBool())
+        return value.toBool() ? u"true"_s : u"false"_s;
+    return value.isDouble() ? textOf(value.toDouble()) : value.toString();
+}
+// The present value; null when there is no form in which it could be taken back without loss.
+QJsonValue jsonOf(PR_PrefItem &item)
+{
+    QString const text = ValueText::exact(item);
+    std::unique_ptr<PR_PrefItem> const trial(item.clone());
+    trial->removeFacilityOverride();
+    if (ValueText::assign(*trial, text) != ValueText::Held)
+        return QJsonValue::Null;
+    switch (naturalType(item)) {
+    case QJsonValue::Bool:
+        return static_cast<PR_BoolItem &>(item).value();
+    case QJsonValue::Double:
+        return text.toDouble();
+    default:
+        return text;
+    }
+}
+
+// Gives an item, which must not be locked, the value. What jsonOf() gives counts as held, even null.
+ValueText::Outcome assign(PR_PrefItem &item, QJsonValue const &value)
+{
+    if (value == jsonOf(item))
+        return ValueText::Held;
+    return value.type() == naturalType(item) ? ValueText::assign(item, textOf(value)) : ValueText::Refused;
+}
+
+// What a value of the item looks like, to go on with after "expected".
+QString expectedForm(PR_PrefItem &item)
+{
+    QJsonValue::Type const type = naturalType(item);
+    QString const json = type == QJsonValue::Bool ? u"true or false"_s
+        : type == QJsonValue::Double              ? u"a JSON number"_s
+                                                  : u"a JSON string"_s;
+    return u"%1, as %2"_s.arg(ValueText::expectedForm(item), json);
+}
+
+// The value on one line, cut short when it is long.
+QString shown(QJsonValue const &value)
+{
+    qsizetype const limit = 60;
+    QString const text = UT_Json::serializeStr(value.toVariant());
+    return text.size() > limit ? text.left(limit) + "..."_L1 : text;
+}
+
+// ---- Differences
+
 void print(Call const &call, QJsonObject const &object)
 {
     call.out << QString::fromUtf8(QJsonDocument(object).toJson());
@@ -54,9 +131,9 @@ public:
             u"%1\t%2\t%3\n"_s.arg(ValueText::escaped(key), ValueText::escaped(fromText), ValueText::escaped(toText));
         QJsonObject row;
         if (from)
-            row.insert(m_from, ValueJson::of(*from));
+            row.insert(m_from, jsonOf(*from));
         if (to)
-            row.insert(m_to, ValueJson::of(*to));
+            row.insert(m_to, jsonOf(*to));
         m_rows.insert(key, row);
     }
 
@@ -216,15 +293,14 @@ std::vector<std::pair<PR_PrefItem *, QJsonValue>> plannedChanges(
         bool const isLocked = item->hasFacilityOverride(false);
         std::unique_ptr<PR_PrefItem> const trial(item->clone());
         trial->removeFacilityOverride();
-        ValueText::Outcome const outcome = ValueJson::assign(*trial, value.value());
+        ValueText::Outcome const outcome = assign(*trial, value.value());
         if (outcome == ValueText::Held)
             continue;
         if (isLocked) {
             refuse(ExitStatus::Locked, u"%1: locked by the facility."_s.arg(key));
         } else if (outcome == ValueText::Refused) {
             refuse(ExitStatus::NotAValue,
-                u"%1: %2 is no value; expected %3."_s.arg(
-                    key, ValueJson::shown(value.value()), ValueJson::expectedForm(*item)));
+                u"%1: %2 is no value; expected %3."_s.arg(key, shown(value.value()), expectedForm(*item)));
         } else {
             differences.add(value.key(), item, trial.get());
             changes.emplace_back(item, value.value());
@@ -253,7 +329,7 @@ void Verbs::dump(Call const &call)
     QJsonObject values;
     for (PR_PrefItem *item : store) {
         if (filter.admits(*item) && (mayBeUndefined || item->getCategory() != PR_PrefItem::Internal))
-            values.insert(item->getKey(), ValueJson::of(*item));
+            values.insert(item->getKey(), jsonOf(*item));
     }
     print(call, values);
 }
@@ -269,7 +345,7 @@ void Verbs::load(Call const &call)
     if (isTrial)
         return differences.print();
     for (auto const &[item, value] : changes)
-        ValueJson::assign(*item, value);
+        assign(*item, value);
     if (!changes.empty())
         store.saveNow();
 }
