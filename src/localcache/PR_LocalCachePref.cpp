@@ -51,9 +51,9 @@ QDateTime lastUseOf(QString const &value)
 // Whether a key names a scene: three parts separated by "/", none of them blank.
 bool isScene(QString const &key)
 {
-    QStringList const parts = key.split(QLatin1Char('/'));
+    auto const parts = QStringView(key).split(u'/');
     return parts.size() == 3
-        && std::none_of(parts.begin(), parts.end(), [](QString const &part) { return part.trimmed().isEmpty(); });
+        && std::none_of(parts.begin(), parts.end(), [](QStringView part) { return part.trimmed().isEmpty(); });
 }
 
 // The folder of a scene's cache, with the platform's separators.
