@@ -8,8 +8,7 @@
 /*! An integer preference. The range is what an editor offers; no operation tests it. */
 class BRIVANT_PREFERENCE_EXPORT PR_IntItem : public PR_TypedItem<PR_IntItem, int> {
 public:
-    /*! \a value is both default and current value; both ends belong to the range, that of the type when none is given.
-     */
+    /*! \a value is both default and current value; both ends belong to the range, by default that of the type. */
     PR_IntItem(Category category, QString const &key, int value, int minimum = std::numeric_limits<int>::min(),
         int maximum = std::numeric_limits<int>::max());
     /*! From a definition: "value", "min" and "max"; a text that is no number counts as 0, a missing end of the range

@@ -246,13 +246,14 @@ bool checkPair(Findings &findings, Rival const &earlier, Rival const &later)
     return true;
 }
 
-void checkRivals(Findings &findings, Rivals const &rivals)
+// Shows a function each rival with those before it, the nearest first, until it gives true. Nobody has more of them
+// than it looks back; a hostile file must not take the square of its size.
+template <class Function> void forPairs(Rivals const &rivals, Function const &function)
 {
-    // Nobody defines a key more often; a hostile file must not take the square of its size.
     size_t const farthest = 16;
     for (size_t later = 1; later < rivals.size(); ++later) {
         for (size_t earlier = later; earlier-- > (later > farthest ? later - farthest : 0);) {
-            if (checkPair(findings, rivals[earlier], rivals[later]))
+            if (function(rivals[earlier], rivals[later]))
                 break;
         }
     }
@@ -276,21 +277,14 @@ Rivals rivalsOf(QString const &key, Rivals const &own, PR_LoadObserver::Layer la
     return rivals;
 }
 
-void checkShortcuts(Findings &findings, QHash<QString, Rivals> const &byShortcut)
+bool checkShortcut(Findings &findings, QString const &shortcut, Rival const &earlier, Rival const &later)
 {
-    size_t const farthest = 16;
-    for (auto const &[shortcut, rivals] : byShortcut.asKeyValueRange()) {
-        for (size_t later = 1; later < rivals.size(); ++later) {
-            for (size_t earlier = later; earlier-- > (later > farthest ? later - farthest : 0);) {
-                PR_Element const &first = *rivals[earlier].element, &second = *rivals[later].element;
-                if (first.id() == second.id() || !rivals[earlier].conditions.meets(rivals[later].conditions))
-                    continue;
-                findings.add(Rule::SameShortcut, second,
-                    u"%1 at line %2 has %3 too"_s.arg(first.id().toString()).arg(first.line).arg(shortcut), kValue);
-                break;
-            }
-        }
-    }
+    PR_Element const &first = *earlier.element, &second = *later.element;
+    bool const isShared = first.id() != second.id() && earlier.conditions.meets(later.conditions);
+    if (isShared)
+        findings.add(Rule::SameShortcut, second,
+            u"%1 at line %2 has %3 too"_s.arg(first.id().toString()).arg(first.line).arg(shortcut), kValue);
+    return isShared;
 }
 
 // ---- One definition
@@ -357,6 +351,12 @@ void checkDefinitions(Findings &findings, PR_XmlFile const &file, PR_LoadObserve
             checkDefinition(element);
     }
     for (auto const &[key, own] : std::as_const(byKey).asKeyValueRange())
-        checkRivals(findings, isOfMainFile ? own : rivalsOf(key, own, layer, files.installation));
-    checkShortcuts(findings, byShortcut);
+        forPairs(isOfMainFile ? own : rivalsOf(key, own, layer, files.installation),
+            [&](Rival const &earlier, Rival const &later) { return checkPair(findings, earlier, later); });
+    for (auto const &[text, rivals] : std::as_const(byShortcut).asKeyValueRange()) {
+        QString const &shortcut = text;
+        forPairs(rivals, [&](Rival const &earlier, Rival const &later) {
+            return checkShortcut(findings, shortcut, earlier, later);
+        });
+    }
 }

@@ -39,15 +39,13 @@ std::vector<Token> tokensOf(QString const &source, int line = 1)
         auto const found = match.next();
         auto const has = [&found](QString const &group) { return found.capturedStart(group) >= 0; };
         int const column = int(found.capturedStart() - lineBegin) + 1;
+        auto const kind = has(u"name"_s) ? Token::Name : has(u"number"_s) ? Token::Number : Token::Mark;
         if (has(u"raw"_s))
             tokens.push_back({ Token::Text, found.captured(u"raw"_s), line, column });
         else if (has(u"text"_s))
             tokens.push_back({ Token::Text, found.captured(u"text"_s).replace(escape, u"\\1"_s), line, column });
         else if (!has(u"skipped"_s))
-            tokens.push_back({ has(u"name"_s) ? Token::Name
-                    : has(u"number"_s)        ? Token::Number
-                                              : Token::Mark,
-                found.captured(), line, column });
+            tokens.push_back({ kind, found.captured(), line, column });
         QStringView const whole = found.capturedView();
         line += int(whole.count(u'\n'));
         if (whole.contains(u'\n'))

@@ -67,10 +67,11 @@ std::vector<PR_Element const *> shippedOf(QString const &key, Installation &inst
     }
     if (!found.empty())
         return found;
+    QString const other =
+        u"There is no preference %1 %2 --local."_s.arg(ValueText::escaped(key), isLocal ? u"with"_s : u"without"_s);
+    bool const isOfOther = installation.find(key).second != nullptr;
     throw Failure{ ExitStatus::NoSuchKey,
-        installation.find(key).second ? u"There is no preference %1 %2 --local."_s.arg(
-            ValueText::escaped(key), isLocal ? u"with"_s : u"without"_s)
-                                      : ValueText::noSuchPreference(key, installation.nearestTo(key)) };
+        isOfOther ? other : ValueText::noSuchPreference(key, installation.nearestTo(key)) };
 }
 
 Attributes valueFor(std::vector<PR_Element const *> const &definitions, QString const &text)

@@ -55,6 +55,7 @@ QString textOf(QJsonValue const &value)
         return value.toBool() ? u"true"_s : u"false"_s;
     return value.isDouble() ? textOf(value.toDouble()) : value.toString();
 }
+
 // The present value; null when there is no form in which it could be taken back without loss.
 QJsonValue jsonOf(PR_PrefItem &item)
 {
