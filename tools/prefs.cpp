@@ -7,6 +7,7 @@
 #include "HostPlatform.h"
 #include "MSG_Scope.h"
 
+#include <QLoggingCategory>
 #include <QTextStream>
 
 #include <cstdio>
@@ -27,6 +28,7 @@ public:
         HostPlatform::current().report = [this](HostReport const &report) {
             report.action == MSG_Scope::Log ? log(report.text) : print(report.text);
         };
+        QLoggingCategory::setFilterRules(u"brivant.preference.info=true"_s);
         // Of Qt's warnings most are about what a session without a display lacks.
         qInstallMessageHandler([](QtMsgType type, QMessageLogContext const &context, QString const &text) {
             if (type == QtCriticalMsg || type == QtFatalMsg)

@@ -328,8 +328,8 @@ Elles restent en vigueur jusqu’à la fin du programme ; le fichier est tel qu
 <context>
     <name>PR_XmlReader</name>
     <message>
-        <source>A document type stands inside of the root.</source>
-        <translation>Un type de document se trouve à l’intérieur de la racine.</translation>
+        <source>A document type stands inside of the root or behind it.</source>
+        <translation>Un type de document se trouve à l’intérieur de la racine ou après elle.</translation>
     </message>
     <message>
         <source>Elements are nested more than %1 deep.</source>

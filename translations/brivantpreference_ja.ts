@@ -327,8 +327,8 @@ They stay in effect until the program ends; the file is as it was before.</sourc
 <context>
     <name>PR_XmlReader</name>
     <message>
-        <source>A document type stands inside of the root.</source>
-        <translation>ルートの中に文書型があります。</translation>
+        <source>A document type stands inside of the root or behind it.</source>
+        <translation>ルートの中または後に文書型があります。</translation>
     </message>
     <message>
         <source>Elements are nested more than %1 deep.</source>

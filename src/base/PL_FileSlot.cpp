@@ -85,12 +85,17 @@ public:
         for (int tries = 0; tries < 100 && m_file < 0; ++tries) {
             m_path = PL_FileSlot::newFileOf(target);
             m_file = operations().open(native(m_path), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, 0600);
-            if (m_file < 0 && errno != EEXIST)
+            m_error = errno;
+            if (m_file < 0 && m_error != EEXIST)
                 break;
+            // Where there are no locks, stale files stay. Another process may have taken it for one before it was
+            // locked.
+            bool const isTaken = m_file >= 0 && operations().lock(m_file) != 0 && errno == EWOULDBLOCK;
+            if (m_file >= 0 && (isTaken || !isNamed())) {
+                operations().close(m_file);
+                m_file = -1;
+            }
         }
-        m_error = errno;
-        if (m_file >= 0)
-            (void)operations().lock(m_file); // where there are no locks, stale files stay
     }
 
     ~NewFile()
@@ -147,17 +152,20 @@ public:
 
     bool rename(QString const &target)
     {
-        // Somebody may have taken the name for a file of his own.
-        struct stat own = {};
-        struct stat const named = statusOf(m_path);
-        if (operations().status(m_file, own) != 0 || own.st_ino != named.st_ino || own.st_dev != named.st_dev)
-            return false;
-        m_isInPlace = renameFile(m_path, target);
+        m_isInPlace = isNamed() && renameFile(m_path, target);
         return m_isInPlace;
     }
 
 private:
     Q_DISABLE_COPY_MOVE(NewFile)
+
+    // Whether its name is still that of the file: somebody may have taken it for a file of his own.
+    bool isNamed() const
+    {
+        struct stat own = {};
+        struct stat const named = statusOf(m_path);
+        return operations().status(m_file, own) == 0 && own.st_ino == named.st_ino && own.st_dev == named.st_dev;
+    }
 
     bool fail(int error)
     {
@@ -184,7 +192,7 @@ bool replaceByLink(QString const &file, QString const &path, QString const &targ
 }
 
 // Puts a copy in the place of a file, whose mode stays.
-bool replaceByCopy(QString const &file, QString const &path, QString const &target, bool *isSynced = nullptr)
+bool replaceByCopy(QString const &file, QString const &path, QString const &target)
 {
     PL_InputFile const content = PL_InputFile::read(file);
     struct stat const present = statusOf(path);
@@ -194,10 +202,7 @@ bool replaceByCopy(QString const &file, QString const &path, QString const &targ
     NewFile copy(target);
     if (!copy.isOpen() || !copy.takeAttributes(isThere(present) ? present : source))
         return false;
-    bool const isWritten = copy.write(content.bytes);
-    if (isSynced)
-        *isSynced = isWritten;
-    return isWritten && copy.rename(path);
+    return copy.write(content.bytes) && copy.rename(path);
 }
 
 // A copy first: whoever edits one of the files in place shall not change the other with it. A full disk has room for a
@@ -207,12 +212,12 @@ bool replaceByCopyOrLink(QString const &file, QString const &path, QString const
     return replaceByCopy(file, path, target) || replaceByLink(file, path, target);
 }
 
-bool backUpTarget(QString const &target, struct stat const &present, bool *isSynced)
+bool backUpTarget(QString const &target, struct stat const &present)
 {
     QString const backup = PL_FileSlot::backupOf(target);
     return !isThere(present)
         || (S_ISREG(present.st_mode)
-            && (replaceByLink(target, backup, target) || replaceByCopy(target, backup, target, isSynced)));
+            && (replaceByLink(target, backup, target) || replaceByCopy(target, backup, target)));
 }
 
 // The name of a file with an ending of eleven bytes, cut where that would be too long for a name.
@@ -320,16 +325,21 @@ PL_FileSlot::Result PL_FileSlot::replace(
 
     if (isThere(present)) {
         bool const isUnchanged = PL_FileVersion::of(present) == known;
-        bool isSynced = true;
+        bool isSafe = true;
         if (!isUnchanged && isDamaged(target)) {
             if (!keepDamaged(target)) // a full disk still has room for another name
                 (void)renameFile(target, target + QLatin1String(".bad"));
-        } else if (state != Rescued) {
-            backUpTarget(target, present, &isSynced);
-            if (state == Unread && !isThere(statusOf(keptOf(target))))
-                (void)replaceByCopyOrLink(target, keptOf(target), target);
+            if (state == Unread && !isThere(statusOf(keptOf(target)))) // the backup, which could not be put back
+                isKept = replaceByCopyOrLink(backupOf(target), keptOf(target), target);
+        } else if (state == Unread) {
+            bool const isBackedUp = backUpTarget(target, present);
+            isKept = !isThere(statusOf(keptOf(target))) && replaceByCopyOrLink(target, keptOf(target), target);
+            isSafe = isBackedUp || isKept;
+        } else if (state != Rescued || (isKept && !isUnchanged)) {
+            // Where there cannot be a backup, what nobody has read stays.
+            isSafe = backUpTarget(target, present) || isUnchanged || PL_InputFile::read(target).error.isEmpty();
         }
-        if (!isSynced)
+        if (!isSafe)
             return { Result::CannotWrite, QCoreApplication::translate("PL_FileSlot", "The backup cannot be written.") };
     }
     if (expected) {
@@ -342,7 +352,7 @@ PL_FileSlot::Result PL_FileSlot::replace(
         return { Result::CannotWrite,
             QCoreApplication::translate("PL_FileSlot", "The new file cannot be put in the place of the old one.") };
     if (state == Unread)
-        state = Rescued;
+        state = isThere(present) ? Rescued : Good;
     if (isFirstTime(target))
         removeStaleNewFiles(target);
     bool const isSynced = syncFolderOf(target);
@@ -357,7 +367,7 @@ PL_FileSlot::Result PL_FileSlot::replace(
 bool PL_FileSlot::backUp(QString const &path)
 {
     QString const target = targetOf(path);
-    return backUpTarget(target, statusOf(target), nullptr);
+    return !target.isEmpty() && backUpTarget(target, statusOf(target));
 }
 
 bool PL_FileSlot::restoreBackup(QString const &path, bool isKept)
@@ -377,9 +387,11 @@ bool PL_FileSlot::restoreBackup(QString const &path, bool isKept)
 bool PL_FileSlot::keepDamaged(QString const &path)
 {
     QString const target = targetOf(path);
-    QByteArray const content = PL_InputFile::read(target).bytes;
+    PL_InputFile const file = PL_InputFile::read(target);
+    if (!file.error.isEmpty())
+        return !isThere(statusOf(target));
     // Nothing to repair from: an empty file, or one that a damaged backup was copied to.
-    if (content.isEmpty() || content == PL_InputFile::read(backupOf(target)).bytes)
+    if (file.bytes.isEmpty() || file.bytes == PL_InputFile::read(backupOf(target)).bytes)
         return true;
     return replaceByCopyOrLink(target, target + QLatin1String(".bad"), target);
 }
@@ -428,6 +440,8 @@ bool PL_FileLock::tryOnce()
         return errno == EINTR;
     bool const isLocked = operations().lock(file) == 0;
     bool const isLater = isLocked || errno == EWOULDBLOCK || errno == EINTR;
+    if (!isLocked && (errno == ENOTSUP || errno == ENOSYS)) // nobody ever locks it
+        (void)operations().remove(m_lockFile);
     // Whoever had it before may have removed the file, or a link may lead elsewhere by now.
     struct stat own = {}, named = {};
     if (isLocked && operations().status(file, own) == 0 && operations().status(m_lockFile, named) == 0

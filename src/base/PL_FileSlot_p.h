@@ -14,7 +14,8 @@ public:
     enum State : quint8 {
         Good, /*!< It was read, or there was none: each file that is replaced becomes the backup. */
         Unread, /*!< It could not be read: the first one that is replaced becomes the backup and is kept besides. */
-        Rescued /*!< That was done: the backup stays the user's file. */
+        Rescued /*!< That was done: the backup stays the user's file, unless F.kept is it and another program wrote F.
+                 */
     };
     struct Result {
         enum Step { Done, CannotOpen, CannotWrite, Changed };
@@ -49,6 +50,7 @@ public:
     /*!\}*/
 
     State state = Good;
+    bool isKept = false; /*!< Whether F.kept is the file that could not be read. */
     unsigned int modeOfNewFile = 0600; /*!< Of a file where there was none; its permission bits. */
     PL_FileVersion known; /*!< The file when it was last known to be good. */
 };

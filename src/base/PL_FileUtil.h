@@ -11,8 +11,9 @@
 class BRIVANT_BASE_EXPORT PL_FileUtil {
 public:
     /*! The file to write in place of \a spec: "F.new-" and six random letters or digits, so that two processes never
-        write into one; the same until RenameNewFile(). For a symlink loop it is \a spec itself, which cannot be
-        opened. */
+        write into one; the same until RenameNewFile(). Hold flock() on it from the moment that it is there: without,
+       the first save of another process takes it for a stale one. For a symlink loop it is \a spec itself, which cannot
+       be opened. */
     [[nodiscard]] static PL_FileSpec NewFileSpec(PL_FileSpec const &spec);
     /*! The backup of \a spec, "F~". */
     [[nodiscard]] static PL_FileSpec BackupFileSpec(PL_FileSpec const &spec);

@@ -5,6 +5,9 @@
 
 struct PR_Element;
 
+/*! Name of the attribute that tells of a value in a CDATA section. */
+inline constexpr QStringView kCdata = u"cdata";
+
 /*! A node of a light tree: nodes and texts lie in the memory of their PR_XmlTree and end with it. */
 struct PR_Node {
     enum Kind : quint8 { Element, Text, Cdata, Comment, Instruction, Reference };
@@ -46,7 +49,7 @@ struct PR_Element : PR_Node {
     QStringView value() const
     {
         PR_TextNode const *const leading = section();
-        return leading && hasAttribute(u"cdata") ? leading->text : attribute(u"value");
+        return leading && hasAttribute(kCdata) ? leading->text : attribute(u"value");
     }
 
     /*! \name The elements among the nodes, in order; null behind the last one */

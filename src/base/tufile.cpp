@@ -22,8 +22,8 @@ bool tufile::fileExists(QString const &path)
 
 bool tufile::checkCreatePath(QString const &path, MSG_Text &error, bool create)
 {
-    fs::path const folder = nativePath(QFileInfo(path).absolutePath());
     std::error_code code;
+    fs::path const folder = fs::absolute(nativePath(path), code).parent_path(); // "a/.." as it is: a may be a link
     if (fs::is_directory(folder, code))
         return true;
     if (create)

@@ -94,8 +94,8 @@ QDomElement PR_ElementDom::append(QDomDocument &document, QDomNode parent, PR_El
     for (PR_Node const *node = element.firstNode; node;) {
         if (node->kind == PR_Node::Element) {
             auto const *const child = static_cast<PR_Element const *>(node);
-            QDomNode const added = place.appendChild(copyOf(document, *child));
-            if (child->firstNode) {
+            QDomNode const added = child->isExcluded ? QDomNode() : place.appendChild(copyOf(document, *child));
+            if (child->firstNode && !child->isExcluded) {
                 place = added;
                 node = child->firstNode;
                 continue;

@@ -1,4 +1,5 @@
 #include "PR_EnumItem.h"
+#include "PR_FontItem.h"
 #include "PR_TypedItem_p.h"
 
 template class PR_TypedItem<PR_EnumItem, int>;
@@ -20,11 +21,16 @@ PR_EnumItem::PR_EnumItem(Category category, QString const &key, QDomElement cons
 
 PR_EnumItem &PR_EnumItem::operator=(PR_EnumItem const &other)
 {
-    if (this != &other) {
-        PR_PrefItem::operator=(other);
-        // Virtual: through a reference to this class, a font must not share the table that the other will free.
-        copy(const_cast<PR_EnumItem *>(&other));
-    }
+    if (this == &other)
+        return *this;
+    PR_PrefItem::operator=(other);
+    auto *const source = const_cast<PR_EnumItem *>(&other);
+    // Through a reference to this class, a font must not share the table that the other will free. Not by the virtual
+    // operation: that of a host's class may be made of this one.
+    if (auto *const font = dynamic_cast<PR_FontItem *>(this))
+        font->PR_FontItem::copy(source);
+    else
+        PR_EnumItem::copy(source);
     return *this;
 }
 

@@ -22,7 +22,7 @@ public:
     /*!\{*/
     /*! Copies all of an item, its key too. */
     PR_EnumItem(PR_EnumItem const &) = default;
-    /*! The same, the choices by copy(), so that an item that owns its names goes on owning them. */
+    /*! The same; a font goes on owning its names. */
     PR_EnumItem &operator=(PR_EnumItem const &other);
     /*!\}*/
     ~PR_EnumItem() override;

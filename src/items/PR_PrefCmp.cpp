@@ -9,5 +9,5 @@ bool PR_PrefCmp::operator()(PR_PrefItem const *a, PR_PrefItem const *b) const
 
 bool PR_PrefCmp::startsWith(PR_PrefItem const *item, QString const &prefix) const
 {
-    return item->getKey().startsWith(prefix);
+    return prefix.isEmpty() || item->getKey().startsWith(prefix); // a null key begins with no text
 }

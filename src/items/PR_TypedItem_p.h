@@ -32,7 +32,7 @@ template <class Item, class Value> bool PR_TypedItem<Item, Value>::loadXml(QDomE
 template <class Item, class Value> bool PR_TypedItem<Item, Value>::loadElement(PR_Element const &element)
 {
     Value value{};
-    if (element.id() != getKey() || !item().readElement(element, value))
+    if (element.id().isEmpty() || element.id() != getKey() || !item().readElement(element, value))
         return false;
     takeUserValue(value);
     return true;

@@ -85,7 +85,7 @@ PR_Element *PR_XmlTree::addElement(PR_Element *parent, QStringView name, PR_Attr
 PR_Element *PR_XmlTree::addItem(PR_Element *parent, QStringView tag, QStringView id, QStringView value, bool asCdata)
 {
     PR_Attribute const attributes[] = { { u"id", id },
-        asCdata ? PR_Attribute{ u"cdata", u"true" } : PR_Attribute{ u"value", value } };
+        asCdata ? PR_Attribute{ kCdata, u"true" } : PR_Attribute{ u"value", value } };
     PR_Element *const element = addElement(parent, tag, attributes, 2);
     if (asCdata)
         addText(element, PR_Node::Cdata, {}, value);

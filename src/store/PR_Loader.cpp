@@ -19,7 +19,8 @@
 #include <utility>
 
 namespace {
-Q_LOGGING_CATEGORY(lcPreference, "brivant.preference")
+// Reports go to the host, what is beside them to the log of who asks for it.
+Q_LOGGING_CATEGORY(lcPreference, "brivant.preference", QtWarningMsg)
 
 bool hasPanoviaFlavour()
 {

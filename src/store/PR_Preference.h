@@ -212,7 +212,8 @@ public:
     /*! The value of the key's item; the default of its definition when there is no item of the type. */
     template <class T> [[nodiscard]] T value(PR_Key<T> const &key) const;
     /*! Makes \a value the user's value, as the writes above. Whether the store holds it now: not when the key is locked
-       or the value is outside of the declared range or no font of the list; nothing changes then. */
+       or the value is outside of the declared range, no font of the list, a shortcut of several keys or a text for an
+       item of another type; nothing changes then. */
     template <class T, class Value> bool set(PR_Key<T> const &key, Value const &value)
     {
         static_assert(std::is_same_v<T, Value>, "the value has another type than the key");

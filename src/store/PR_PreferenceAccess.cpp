@@ -62,6 +62,7 @@ template <class Item, class Value>
 void PR_Preference::Private::write(PR_Preference &store, QString const &key, Value const &value)
 {
     auto entry = items.find(key);
+    QString name = key; // which may be that of the item to be replaced
     if (lcMisuse().isWarningEnabled()) {
         if (char const *const what = misuseOf<Item>(entry))
             noteMisuse(items, key, what);
@@ -77,7 +78,6 @@ void PR_Preference::Private::write(PR_Preference &store, QString const &key, Val
         bool const isLocked = entry && entry->hasFacilityOverride(true);
         if (isLocked)
             return;
-        QString const name = key; // may be that of the item to be replaced
         if constexpr (std::is_same_v<Item, PR_EnumItem>)
             items.insert(std::make_unique<PR_EnumItem>(PR_PrefItem::Internal, name, "enum"));
         else
@@ -85,11 +85,15 @@ void PR_Preference::Private::write(PR_Preference &store, QString const &key, Val
         entry = items.find(name);
     }
     auto *const item = entry.as<Item>();
-    if (!item || !item->setValue(value))
-        return tell(&key); // a new item may hold another value than the fallback was
+    if (!item || !item->setValue(value)) {
+        // Another store of the file may have removed it, so that its value stands in no file.
+        if (item && item->getCategory() == PR_PrefItem::Internal && item->getOrigin() == PR_PrefItem::OriginDefault)
+            item->setOrigin(PR_PrefItem::OriginUser);
+        return tell(&name); // a new item may hold another value than the fallback was
+    }
     if constexpr (std::is_same_v<Item, PR_EnumItem>)
         unresolvedFonts.remove(item->getKey());
-    announce(store, &key);
+    announce(store, &name);
 }
 
 PR_PrefItem *PR_Preference::find(QString key) const
@@ -245,17 +249,27 @@ void PR_Preference::clear()
 void PR_Preference::restoreDefault(QString const &key)
 {
     if (auto const entry = d->items.find(key)) {
-        d->unresolvedFonts.remove(key);
         entry->restoreDefault();
+        d->forgetFonts();
         d->tell(&key);
     }
 }
 
 void PR_Preference::restoreDefaults()
 {
-    d->unresolvedFonts.clear();
     d->items.visit([](PR_PrefItem *item) { item->restoreDefault(); });
+    d->forgetFonts();
     d->tell(nullptr);
+}
+
+// Forgets the names of fonts that are no user's values any more.
+void PR_Preference::Private::forgetFonts()
+{
+    for (QString const &key : unresolvedFonts.keys()) {
+        PR_PrefItem const *const item = items.find(key).item();
+        if (!item || item->getOrigin() != PR_PrefItem::OriginUser)
+            unresolvedFonts.remove(key);
+    }
 }
 
 // ---- Typed keys
@@ -289,6 +303,8 @@ template <class T> bool PR_Preference::setTyped(PR_Key<T> const &key, T const &v
     auto const entry = d->items.find(name);
     bool const holds = !entry || !entry->hasFacilityOverride(false) || this->value(key) == value;
     if constexpr (std::is_same_v<T, QKeySequence>) {
+        if (value.count() > 1)
+            return false;
         d->write<PR_KeyItem>(*this, name, value.isEmpty() ? 0 : value[0].toCombined());
     } else if constexpr (std::is_same_v<T, PR_FontName>) {
         auto const *const font = entry.template as<PR_FontItem>();
@@ -299,6 +315,8 @@ template <class T> bool PR_Preference::setTyped(PR_Key<T> const &key, T const &v
             return false;
         d->write<PR_EnumItem>(*this, name, int(found - names.begin()));
     } else {
+        if (std::is_same_v<T, QString> && entry && !entry.template as<PR_StringItem>())
+            return false;
         d->write<typename Typed<T>::Item>(*this, name, value);
     }
     return holds; // without a look at the store, which a receiver may have deleted

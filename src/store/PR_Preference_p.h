@@ -36,6 +36,7 @@ public:
     template <class... Items, class Value, class Conversion>
     Value readOr(QString const &key, Value value, Conversion conversion) const;
     template <class Item, class Value> void write(PR_Preference &store, QString const &key, Value const &value);
+    void forgetFonts();
     /*! The text of a key, not shared with it. */
     static QString ownText(PR_KeyName const &key);
     /*!\}*/
@@ -154,7 +155,7 @@ inline MSG_Text text(char const *source)
 inline void report(char const *source, MSG_Scope::Action action, QString const &path = {})
 {
     MSG_Scope scope(QString::fromLatin1(source), PR_Preference::tr(source), action);
-    if (!path.isNull())
+    if (QLatin1String(source).contains(QLatin1String("%1")))
         scope.arg(path);
 }
 } // namespace PR_PreferenceMessages

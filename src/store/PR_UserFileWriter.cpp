@@ -113,7 +113,7 @@ bool isText(PR_Node const *node)
 bool needsValueForm(PR_Element const &element)
 {
     PR_TextNode const *const section = element.section();
-    if (!section || section->next || !element.hasAttribute(u"cdata") || element.hasAttribute(kValue))
+    if (!section || section->next || !element.hasAttribute(kCdata) || element.hasAttribute(kValue))
         return false;
     QString const text = PR_UserFileWriter::xmlText(section->text.toString());
     return text.contains(u'\r') || text.contains(QLatin1String("]]>"));
@@ -155,9 +155,7 @@ void PR_UserFileWriter::appendAttributes(PR_Attribute const *attributes, int cou
         bool const isId = each->name == kId;
         if (!isId && --room < 0) {
             m_isCutShort = true;
-        } else if (!isId || !each->value.isEmpty()) {
-            if (!isXmlName(each->name))
-                continue;
+        } else if (isXmlName(each->name)) {
             m_text.append(u' ').append(each->name).append(QLatin1String("=\""));
             appendEscaped(m_text, each->value, true);
             m_text.append(u'"');
@@ -174,7 +172,7 @@ void PR_UserFileWriter::appendElement(PR_Element const &element, int depth)
     if (isValueForm) {
         QVarLengthArray<PR_Attribute> attributes;
         for (int i = 0; i < element.attributeCount; ++i) {
-            bool const isForm = element.attributes[i].name == u"cdata";
+            bool const isForm = element.attributes[i].name == kCdata;
             attributes.append(isForm ? PR_Attribute{ kValue, element.section()->text } : element.attributes[i]);
         }
         appendAttributes(attributes.constData(), int(attributes.size()));

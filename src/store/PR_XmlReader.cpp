@@ -201,6 +201,19 @@ private:
 
 // ---- The tree
 
+// The references to entities of the file's own: those that every file has stand for one character.
+qsizetype referencesIn(QByteArray const &text)
+{
+    qsizetype count = 0;
+    for (qsizetype at = text.indexOf('&'); at >= 0; at = text.indexOf('&', at + 1)) {
+        QByteArrayView const reference = QByteArrayView(text).sliced(at);
+        bool const isUsual = reference.startsWith("&#") || reference.startsWith("&amp;") || reference.startsWith("&lt;")
+            || reference.startsWith("&gt;") || reference.startsWith("&quot;") || reference.startsWith("&apos;");
+        count += isUsual ? 0 : 1;
+    }
+    return count;
+}
+
 class Parser {
 public:
     Parser(QByteArray const &text, PR_XmlTree &tree, qsizetype maximumElements)
@@ -212,7 +225,7 @@ public:
         m_reader.setNamespaceProcessing(false);
         // A text is delivered as a whole, with all the entities in it: what all references together may bring is shared
         // out between them.
-        qsizetype const references = qMax<qsizetype>(text.count('&'), 1);
+        qsizetype const references = qMax<qsizetype>(referencesIn(text), 1);
         m_reader.setEntityExpansionLimit(int(qBound(qsizetype(1), m_charactersLeft / references, qsizetype(4096))));
     }
 
@@ -231,8 +244,9 @@ public:
                 --m_depth;
                 break;
             case QXmlStreamReader::DTD:
-                if (m_parent) // the reader lets it pass, a document does not
-                    fail(QCoreApplication::translate("PR_XmlReader", "A document type stands inside of the root."));
+                if (m_tree.root()) // the reader lets it pass, a document does not
+                    fail(QCoreApplication::translate(
+                        "PR_XmlReader", "A document type stands inside of the root or behind it."));
                 break;
             default:
                 if (m_parent)

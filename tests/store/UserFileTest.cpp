@@ -482,7 +482,7 @@ TEST_F(UserFileTest, TheBackupIsTheLastGoodFileOfTheUser)
         TestStore copy(store);
         for (TestStore *again : { &store, &copy, &copy }) {
             again->save();
-            EXPECT_TRUE(store.getErrorCode() == PR_Preference::NoError || readFile(backupName) == row.backup);
+            EXPECT_TRUE(store.getErrorCode() == PR_Preference::NoError || readFile(xmlName + u".kept"_s) == row.backup);
         }
     }
 }

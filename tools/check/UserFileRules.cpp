@@ -41,7 +41,7 @@ void checkElement(
         return findings.add(
             Rule::ChangedType, element, u"%1, defined as %2"_s.arg(tag, item->getTag()), {}, item->getTag());
     ValueRules::checkAttributes(
-        findings, element, ValueRules::valueAttributes(tag) + QStringList{ kValue, u"cdata"_s });
+        findings, element, ValueRules::valueAttributes(tag) + QStringList{ kValue, kCdata.toString() });
     ValueRules::checkContent(findings, element, true);
     if (key.isEmpty())
         return findings.add(Rule::MissingId, element, u"the element has no id"_s);
