@@ -1,6 +1,9 @@
+#include "PL_FileOperations_p.h"
+#include "PL_FileSlot_p.h"
 #include "PL_FileUtil.h"
 #include "PL_Folder_p.h"
 #include "TestSupport.h"
+#include "MSG_Text.h"
 #include "PL_InputFile_p.h"
 #include "tufile.h"
 
@@ -110,6 +113,46 @@ TEST_F(FileTest, NewFilesThatNobodyHoldsGoWithTheNextSave)
     QStringList expected = others + QStringList{ u"F"_s, u"F.new-012345"_s };
     expected.sort();
     EXPECT_EQ(files({}).filter(u"F"_s), expected);
+}
+
+TEST_F(FileTest, ANewFileThatIsTakenForAStaleOneIsMadeAgain)
+{
+    struct Thief : PL_FileOperations {
+        QByteArray path;
+        int open(QByteArray const &name, int flags, mode_t mode) override
+        {
+            path = name;
+            return PL_FileOperations::open(name, flags, mode);
+        }
+        int lock(int file) override
+        {
+            if (thefts++ == 0)
+                PL_FileOperations::remove(path);
+            return PL_FileOperations::lock(file);
+        }
+        int thefts = 0;
+    } thief;
+    PL_FileOperations::Replacement const replacement(thief);
+    auto const result = PL_FileSlot().replace(path(u"F"_s), "new", [](QString const &) { return false; });
+    EXPECT_EQ(result.step, PL_FileSlot::Result::Done) << result.reason;
+    EXPECT_EQ(thief.thefts, 2);
+    EXPECT_EQ(readFile(u"F"_s), "new");
+}
+
+TEST_F(FileTest, WhatCannotBeReadOrReachedIsNotReplaced)
+{
+    writeFile(u"F"_s, "precious");
+    writeFile(u"F~"_s, "good");
+    QFile::resize(path(u"F"_s), PL_InputFile::MaximumSize + 1);
+    EXPECT_FALSE(PL_FileUtil::RestoreBackupFile(fileAt(u"F"_s), true));
+    EXPECT_GT(QFileInfo(path(u"F"_s)).size(), PL_InputFile::MaximumSize);
+    link(u"loop"_s, u"loop"_s);
+    EXPECT_FALSE(PL_FileUtil::BackupFile(fileAt(u"loop"_s)));
+    QDir().mkpath(path(u"real/sub"_s));
+    link(u"lnk"_s, u"real/sub"_s);
+    MSG_Text error;
+    EXPECT_TRUE(tufile::checkCreatePath(path(u"lnk/../new/F"_s), error, true));
+    EXPECT_TRUE(QFileInfo(path(u"real/new"_s)).isDir());
 }
 
 TEST_F(FileTest, RemovingALinkKeepsWhatItNames)

@@ -126,6 +126,17 @@ TEST_F(ChoiceItemTest, EachFontItemHasNamesOfItsOwn)
     }
 }
 
+TEST_F(ChoiceItemTest, AHostMayCopyByAssignment)
+{
+    struct HostItem : PR_EnumItem {
+        using PR_EnumItem::PR_EnumItem;
+        void copy(PR_PrefItem *other) override { *this = static_cast<HostItem &>(*other); }
+    } item(General, u"KEY"_s, "host"), source(General, u"KEY"_s, "host");
+    source.setValue(4);
+    item.copy(&source);
+    EXPECT_EQ(item.value(), 4);
+}
+
 TEST_F(ChoiceItemTest, AFontItemSurvivesEachAllocationThatFails)
 {
     PR_FontItem const source(General, u"KEY"_s, u"Times"_s);

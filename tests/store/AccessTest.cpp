@@ -186,6 +186,8 @@ TEST_F(AccessTest, EventsOnceDisabledStayOff)
 
 TEST_F(AccessTest, AKeyMayBelongToTheItemThatGoes)
 {
+    static constexpr PR_Key<int> other{ u"other", 0 };
+    store.subscribe(other, &store, [](int, int) {});
     store.setIntValue(store.find(u"string"_s)->getKey(), 1);
     EXPECT_EQ(store.getIntValue(u"string"_s, -1), 1);
     store.deleteKey(store.find(u"string"_s)->getKey());
@@ -295,6 +297,9 @@ TEST_F(AccessTest, DefaultsComeBackSilentlyExceptForLockedAndInternalItems)
     EXPECT_EQ(text(store), before + ", int zz=2 internal");
     store.deleteAllKeyBeginingWith(u"zz"_s);
     EXPECT_EQ(text(store), before);
+    store.setIntValue(QString(), 1);
+    store.deleteAllKeyBeginingWith(u""_s);
+    EXPECT_EQ(text(store), "");
     EXPECT_EQ(notices.take(), 0);
 }
 

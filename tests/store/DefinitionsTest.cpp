@@ -1,6 +1,9 @@
+#include "PR_BoolItem.h"
+#include "PR_PrefItemFactory.h"
 #include "StoreTest.h"
 
 #include <QDir>
+#include <QDomElement>
 #include <QFile>
 
 #include <functional>
@@ -175,6 +178,25 @@ TEST_F(DefinitionsTest, TheMainFilesRootDecidesForAllFiles)
         write(overrideName, row.facility, "<int id='OVERRIDE'/><int id='RIG' feature='rig'/>");
         EXPECT_EQ(definitions(), row.items) << row.main.data() << row.set.data() << row.facility.data();
     }
+}
+
+TEST_F(DefinitionsTest, AHostsFactorySeesWhatTheConditionsLeave)
+{
+    struct Factory : PR_AbstractPrefItemFactory {
+        using PR_AbstractPrefItemFactory::PR_AbstractPrefItemFactory;
+        PR_PrefItem *create(PR_PrefItem::Category category, QString const &key, QDomElement const &element) override
+        {
+            seen = element.firstChildElement().attribute(u"name"_s) + element.lastChildElement().attribute(u"name"_s);
+            return new PR_BoolItem(category, key, false);
+        }
+        QString seen;
+    };
+    static Factory factory(u"seen"_s);
+    factory.registerClass();
+    define(category(
+        "<seen id='S'><p name='1' feature='not x'/><p name='2' feature='x'/><p name='3' feature='x'/></seen>"));
+    TestStore const store(name);
+    EXPECT_EQ(factory.seen, u"11"_s);
 }
 
 TEST_F(DefinitionsTest, TheFlavourChoosesTheFiles)

@@ -171,6 +171,10 @@ TEST_F(SharedTest, WhatEachSavedIsInTheFileAndReachesTheOther)
     EXPECT_EQ(saved(), "int B=8;");
     EXPECT_TRUE(second->reloadShared());
     EXPECT_EQ(second->getInt(u"B"_s), 8);
+    // What was removed comes back when it is set again, to whatever value.
+    second->setStringValue(u"NEW"_s, second->getString(u"NEW"_s));
+    save(*second);
+    EXPECT_EQ(saved(), "int B=8;string NEW=x;");
 }
 
 TEST_F(SharedTest, WhatTheStoreDidNotChangeStaysAsItIs)

@@ -185,9 +185,17 @@ TEST_F(UserFileTest, ElementsGoToTheirItemsOrBecomeNewOnes)
 
 TEST_F(UserFileTest, ADocumentTypeStandsBeforeTheRootAlone)
 {
-    writeFile(xmlName, file("<!DOCTYPE x><int id='K' value='4'/>"));
-    EXPECT_EQ(text(TestStore(name), true), "");
-    EXPECT_EQ(takeReports().size(), 4U) << "a damaged file, as a document would have it";
+    for (QByteArray const &damaged :
+        { file("<!DOCTYPE x><int id='K' value='4'/>"), QByteArray(file("") + "<!DOCTYPE x>") }) {
+        writeFile(xmlName, damaged);
+        EXPECT_EQ(text(TestStore(name), true), "");
+        EXPECT_EQ(takeReports().size(), 4U) << "a damaged file, as a document would have it";
+    }
+    // However many of the usual entities there are beside one of its own.
+    QByteArray const elements =
+        "<string id='S' value='&e;'/>" + QByteArray("<string id='N' value='&amp;&#65;'/>").repeated(2000);
+    writeFile(xmlName, "<!DOCTYPE x [<!ENTITY e '" + QByteArray(600, 'x') + "'>]>" + file(elements));
+    EXPECT_EQ(TestStore(name).getString(u"S"_s).size(), 600);
 }
 
 TEST_F(UserFileTest, AProcessThatOnlyLooksWritesNothing)
@@ -242,6 +250,11 @@ TEST_F(UserFileTest, AFontStaysTheUsersInAProcessWithoutFonts)
         store.restoreDefault(u"FONT"_s);
         EXPECT_EQ(saved(store), "<preferences/>");
     }
+    define(category("<font id='FONT' value=''/>", "Internal"));
+    writeFile(xmlName, file("<font id='FONT' value='My Times'/>"));
+    TestStore internal(name);
+    internal.restoreDefaults(); // leaves it alone
+    EXPECT_EQ(saved(internal), times);
     // A lock, and fonts that are there, leave nothing to keep.
     define(category("<font id='FONT' value='' facilityOverride='true'/>"));
     writeFile(xmlName, file("<font id='FONT' value='My Times'/>"));
@@ -525,6 +538,26 @@ TEST_F(UserFileTest, WhatARunCouldNotReadIsKept)
     store.save();
     EXPECT_EQ(readFile(xmlName + u".bad"_s), "damaged");
     EXPECT_EQ(readFile(xmlName + u".kept"_s), good);
+}
+
+TEST_F(UserFileTest, ABackupIsMadeAgainAfterALoadThatFailed)
+{
+    QFile::remove(path(u"install/resources/prefs.xml"_s));
+    for (bool const hasFile : { false, true }) {
+        for (QString const &left : userFiles())
+            QFile::remove(path(left));
+        if (hasFile)
+            writeFile(xmlName, older);
+        TestStore store(name);
+        takeReports();
+        store.save();
+        if (hasFile)
+            writeFile(xmlName, good); // by another program
+        QByteArray const before = readFile(xmlName);
+        store.save();
+        EXPECT_EQ(readFile(backupName), before);
+        EXPECT_EQ(readFile(xmlName + u".kept"_s), hasFile ? older : QByteArray());
+    }
 }
 
 TEST_F(UserFileTest, FileAndBackupThatAreOneArePartedByTheNextSave)
