@@ -145,7 +145,9 @@ void ShortcutEdit::keyPressEvent(QKeyEvent *event)
         key = code();
         setCode(shown);
     }
-    if (key)
+    bool const hasName =
+        QKeySequence(key).toString(QKeySequence::PortableText).isValidUtf16(); // else no file can hold it
+    if (key && hasName)
         Q_EMIT pressed(key);
 }
 
