@@ -47,6 +47,14 @@ struct stat statusOf(QString const &path)
     return status;
 }
 
+// Whether a name is that of the file that is open.
+bool isNameOf(QByteArray const &path, int file)
+{
+    struct stat own = {}, named = {};
+    return operations().status(file, own) == 0 && operations().status(path, named) == 0 && own.st_ino == named.st_ino
+        && own.st_dev == named.st_dev;
+}
+
 bool renameFile(QString const &from, QString const &to)
 {
     return operations().rename(native(from), native(to)) == 0;
@@ -88,10 +96,11 @@ public:
             m_error = errno;
             if (m_file < 0 && m_error != EEXIST)
                 break;
-            // Where there are no locks, stale files stay. Another process may have taken it for one before it was
-            // locked.
-            bool const isTaken = m_file >= 0 && operations().lock(m_file) != 0 && errno == EWOULDBLOCK;
-            if (m_file >= 0 && (isTaken || !isNamed())) {
+            if (m_file < 0)
+                continue;
+            // Where there are no locks, stale files stay. Before it was locked, somebody may have taken it for one.
+            bool const isTaken = operations().lock(m_file) != 0 && errno == EWOULDBLOCK;
+            if (isTaken || !isNameOf(native(m_path), m_file)) {
                 operations().close(m_file);
                 m_file = -1;
             }
@@ -152,20 +161,13 @@ public:
 
     bool rename(QString const &target)
     {
-        m_isInPlace = isNamed() && renameFile(m_path, target);
+        // Somebody may have taken the name for a file of his own.
+        m_isInPlace = isNameOf(native(m_path), m_file) && renameFile(m_path, target);
         return m_isInPlace;
     }
 
 private:
     Q_DISABLE_COPY_MOVE(NewFile)
-
-    // Whether its name is still that of the file: somebody may have taken it for a file of his own.
-    bool isNamed() const
-    {
-        struct stat own = {};
-        struct stat const named = statusOf(m_path);
-        return operations().status(m_file, own) == 0 && own.st_ino == named.st_ino && own.st_dev == named.st_dev;
-    }
 
     bool fail(int error)
     {
@@ -443,9 +445,7 @@ bool PL_FileLock::tryOnce()
     if (!isLocked && (errno == ENOTSUP || errno == ENOSYS)) // nobody ever locks it
         (void)operations().remove(m_lockFile);
     // Whoever had it before may have removed the file, or a link may lead elsewhere by now.
-    struct stat own = {}, named = {};
-    if (isLocked && operations().status(file, own) == 0 && operations().status(m_lockFile, named) == 0
-        && own.st_ino == named.st_ino && own.st_dev == named.st_dev)
+    if (isLocked && isNameOf(m_lockFile, file))
         m_file = file;
     else
         operations().close(file);

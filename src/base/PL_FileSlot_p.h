@@ -14,8 +14,7 @@ public:
     enum State : quint8 {
         Good, /*!< It was read, or there was none: each file that is replaced becomes the backup. */
         Unread, /*!< It could not be read: the first one that is replaced becomes the backup and is kept besides. */
-        Rescued /*!< That was done: the backup stays the user's file, unless F.kept is it and another program wrote F.
-                 */
+        Rescued /*!< That was done: the backup stays the user's file, unless that is F.kept and others wrote F. */
     };
     struct Result {
         enum Step { Done, CannotOpen, CannotWrite, Changed };

@@ -76,8 +76,7 @@ private:
     }
 };
 
-/*! The elements among the nodes of an element, in order, for a range-based for; with a name, those of that name alone.
- */
+/*! The elements among the nodes of an element, in order, for a range-based for; with a name, only those so named. */
 class PR_Elements {
 public:
     explicit PR_Elements(PR_Element const &parent, QStringView name = {})

@@ -18,8 +18,7 @@ struct Placed {
 };
 Placed toDom(PR_Element const &element);
 
-/*! Appends a copy of an element, with all that it contains and no condition excludes, to a node of \a document; gives
- * the copy. */
+/*! Appends a copy of an element to a node of \a document, with all in it that no condition excludes; gives the copy. */
 QDomElement append(QDomDocument &document, QDomNode parent, PR_Element const &element);
 
 /*! Adds an element of a document, with all that it contains, to a light tree; without a parent it becomes the root.
